@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+
+#include "addin/contract/Component.h"
+
+namespace OrvelCalibrateS {
+
+/// Base of an object that lives on the heap and offers one interface: counts its references and deletes itself with the
+/// last one. It is made with one reference, which belongs to the maker. For one thread, as all of this is.
+template <class Interface>
+class Implements : public Interface {
+ public:
+  Implements(const Implements&) = delete;
+  Implements& operator=(const Implements&) = delete;
+
+  HelmswayCmds::Result QueryInterface(const HelmswayCmds::Id& interfaceId, void** object) noexcept override {
+    if (object == nullptr) return HelmswayCmds::Result::InvalidPointer;
+    if (interfaceId == Interface::InterfaceId) {
+      *object = static_cast<Interface*>(this);
+    } else if (interfaceId == HelmswayCmds::IObject::InterfaceId) {
+      *object = static_cast<HelmswayCmds::IObject*>(this);
+    } else {
+      return HelmswayCmds::Result::NoInterface;
+    }
+    AddRef();
+    return HelmswayCmds::Result::Ok;
+  }
+
+  std::uint32_t AddRef() noexcept final { return ++references_; }
+
+  std::uint32_t Release() noexcept final {
+    const std::uint32_t left = --references_;
+    if (left == 0) delete this;
+    return left;
+  }
+
+ protected:
+  Implements() = default;
+  virtual ~Implements() = default;
+
+ private:
+  std::uint32_t references_ = 1;
+};
+
+}  // namespace OrvelCalibrateS

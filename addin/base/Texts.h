@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "addin/contract/Component.h"
+
+/// Texts on their way over the boundary, in both directions.
+namespace OrvelCalibrateS {
+
+inline HelmswayCmds::Text AsText(std::string_view text) noexcept { return {text.data(), text.size()}; }
+
+inline std::string_view AsView(HelmswayCmds::Text text) noexcept {
+  return text.size == 0 ? std::string_view() : std::string_view(text.data, text.size);
+}
+
+/// An out text that lands in a string. Running out of memory is a failure of the call like any other.
+class StringTarget final : public HelmswayCmds::ITextTarget {
+ public:
+  explicit StringTarget(std::string& target) noexcept : target_(target) {}
+  HelmswayCmds::Result Assign(HelmswayCmds::Text text) noexcept override;
+
+ private:
+  std::string& target_;
+};
+
+/// An out row of texts that lands in a vector.
+class StringListTarget final : public HelmswayCmds::ITextListTarget {
+ public:
+  explicit StringListTarget(std::vector<std::string>& target) noexcept : target_(target) {}
+  HelmswayCmds::Result Assign(const HelmswayCmds::Text* texts, std::size_t count) noexcept override;
+
+ private:
+  std::vector<std::string>& target_;
+};
+
+}  // namespace OrvelCalibrateS

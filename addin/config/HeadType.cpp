@@ -1,0 +1,133 @@
+#include "addin/config/HeadType.h"
+
+#include <array>
+#include <cmath>
+#include <tuple>
+
+#include "addin/config/Configuration.h"
+#include "addin/config/ItemLine.h"
+#include "addin/config/ItemSource.h"
+#include "addin/config/RecordTable.h"
+
+namespace OrvelCalibrateS {
+namespace {
+
+constexpr std::string_view section = "HeadType";
+constexpr std::size_t headCodePlace = 16;
+
+/// In the order of the places; the reader and the writer walk it both.
+constexpr auto rows = std::tuple{
+    Place(0, &HeadType::Name, Convert::CleanText{}),
+    Place(1, &HeadType::Kind, Convert::PlainText{}),
+    Place(2, &HeadType::Field2, Convert::Number{}),
+    Place(3, &HeadType::Volume, Convert::Number{}),
+    Place(4, &HeadType::Field4, Convert::Number{}),
+    Place(5, &HeadType::Channels, Convert::RoundedNumber{}),
+    Place(6, &HeadType::Field6, Convert::Number{}),
+    Place(7, &HeadType::Flag7, Convert::Flag{}),
+    Place(8, &HeadType::Flag8, Convert::Flag{}),
+    Place(9, &HeadType::Flag9, Convert::Flag{}),
+    Place(10, &HeadType::EjectSPosition, Convert::RoundedNumber{}),
+    Place(11, &HeadType::Field11, Convert::RoundedNumber{}),
+    Place(12, &HeadType::SPosition, Convert::RoundedNumber{}),
+    Place(13, &HeadType::SPositionMM, Convert::Number{}),
+    Place(14, &HeadType::EjectZOffset, Convert::Number{}),
+    Place(15, &HeadType::CollectZOffset, Convert::Number{}),
+    Place(headCodePlace, &HeadType::HeadCode, Convert::PlainText{}),
+    Place(17, &HeadType::Flag17, Convert::Flag{}),
+    Place(18, &HeadType::Text18, Convert::CleanText{}),
+    Place(19, &HeadType::Flag19, Convert::Flag{}),
+    Place(20, &HeadType::Field20, Convert::Number{}),
+};
+constexpr std::size_t placeCount = std::tuple_size_v<decltype(rows)>;
+
+struct VolumeClass {
+  double volume;
+  double ZCalibration::*tipMountDepth;
+};
+
+constexpr std::array<VolumeClass, 5> volumeClasses{{
+    {12.5, &ZCalibration::TipMountDepth12},
+    {30, &ZCalibration::TipMountDepth30},
+    {125, &ZCalibration::TipMountDepth125},
+    {300, &ZCalibration::TipMountDepth300},
+    {1250, &ZCalibration::TipMountDepth1250},
+}};
+
+/// The tip mount depth of a volume class, compared exactly; 0 for any other volume.
+double TipMountDepth(double volume, const ZCalibration& calibration) {
+  for (const VolumeClass& row : volumeClasses) {
+    if (volume == row.volume) return calibration.*row.tipMountDepth;
+  }
+  return 0;
+}
+
+struct SerialDiluteKey {
+  double HeadType::*field;
+  std::string_view section;  // one section, spelled in two ways
+  std::string_view key;
+  AxisRecord SharedRecords::*axis;
+};
+
+constexpr std::array<SerialDiluteKey, 5> serialDiluteKeys{{
+    {&HeadType::SDTeachToolOffset, "HeadType", "SDTeachToolOffsetMM", &SharedRecords::AxisS},
+    {&HeadType::SDHomeSensorSeekOffset, "Headtype", "SDHomeSensorSeekOffsetMM", &SharedRecords::AxisS},
+    {&HeadType::SDPreCollectHeight, "Headtype", "SDPreCollectHeightMM", &SharedRecords::AxisZ},
+    {&HeadType::SDRFIDReadHeight, "Headtype", "SDRFIDReadHeightMM", &SharedRecords::AxisZ},
+    {&HeadType::SDHeadEjectOffset, "Headtype", "SDHeadEjectOffsetMM", &SharedRecords::AxisS},
+}};
+
+void ReadSerialDiluteKeys(HeadType& head, const Configuration& configuration) {
+  const IniFiles& files = configuration.Files;
+  for (const SerialDiluteKey& row : serialDiluteKeys) {
+    Put(head.*row.field, [&] {
+      const double length = StrictReal<double>(files.ReadIni(row.section, row.key, files.MarivaneIni(), ""));
+      const double steps = RoundTiesAway(Divide(length, (configuration.Records.*row.axis).MmPerStep));
+      Require(std::isfinite(steps));
+      return steps;
+    });
+  }
+}
+
+std::vector<std::string> LineOf(const HeadType& head) {
+  std::vector<std::string> texts(placeCount);
+  std::apply([&](const auto&... row) { ((texts[row.place] = row.conversion.ToText(head.*row.field)), ...); }, rows);
+  // The release position moves with the S position; what the record holds of it is that of the old one.
+  texts[10] = GeneralForm(static_cast<double>(head.SPosition) + head.SDHeadEjectOffset);
+  return texts;
+}
+
+}  // namespace
+
+bool IsTeachTool(const HeadType& head) { return head.Kind == CalibrateKind && head.HeadCode == ShortOneChannelCode; }
+
+HeadType ReadHeadType(const Configuration& configuration, std::string_view item, std::string_view file) {
+  const ItemSource source = FindItem(configuration.Files, section, item, file, EmptyItem::Installed);
+  HeadType head;
+  head.Index = source.item;
+  RowReader(head, configuration.Files, section, source.line).Read(rows);
+  head.TipMountDepth = TipMountDepth(head.Volume, configuration.Records.ZCalibration);
+
+  // The test looks at the line's place, not at the field: a line that ends before it makes the test fail, and so pass.
+  const bool hasSerialDiluteKeys = Passes([&] {
+    const bool isShortOneChannel = source.line.Place(headCodePlace) == ShortOneChannelCode;
+    return head.Kind == SerialDiluteKind || (head.Kind == CalibrateKind && isShortOneChannel);
+  });
+  if (hasSerialDiluteKeys) ReadSerialDiluteKeys(head, configuration);
+  return head;
+}
+
+void WriteHeadType(const IniFiles& files, const HeadType& head, std::string_view file) {
+  WriteItemLine(files, section, "Item" + head.Index, LineOf(head), file);
+}
+
+HeadType FindTeachTool(const Configuration& configuration, FailureMode mode) {
+  HeadType head;
+  WalkItems(mode, [&](const std::string& number) {
+    head = ReadHeadType(configuration, number);
+    return !head.Name.empty() && !IsTeachTool(head);
+  });
+  return head;
+}
+
+}  // namespace OrvelCalibrateS

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "addin/base/Ref.h"
+#include "addin/contract/HelmswayCmds.h"
+
+namespace OrvelCalibrateS {
+
+/// A text taken apart at a separator.
+struct SplitResult {
+  std::vector<std::string> parts;  ///< all pieces, an empty one behind a last separator included
+  std::int32_t count = 0;          ///< how many of them are to be used when the text is a list of lines
+
+  /// The piece of that number, from 0; fails when there is none.
+  const std::string& Place(std::size_t number) const;
+};
+
+/// The two configuration files beside the add-in library, by way of the host's `IniService`. Nothing is kept: each call
+/// goes to the file. Every operation is a step that fails when the host's call does.
+class IniFiles {
+ public:
+  using ServiceSource = std::function<Ref<HelmswayCmds::IIniService>()>;
+
+  /// `service` is asked at each use and gives an empty reference when there is no service.
+  /// `addInFolder` is the folder of the add-in library, without a separator at its end.
+  IniFiles(ServiceSource service, std::string addInFolder);
+
+  std::string MarivaneIni() const { return PathOf("Marivane.ini"); }
+  std::string HelmswayIni() const { return PathOf("Helmsway.ini"); }
+
+  std::string ReadIni(std::string_view section, std::string_view key, std::string_view filePath,
+                      std::string_view defaultValue) const;
+  void WriteIni(std::string_view section, std::string_view key, std::string_view filePath,
+                std::string_view value) const;
+  SplitResult SplitText(std::string_view separator, std::string_view text) const;
+
+ private:
+  std::string PathOf(std::string_view fileName) const;
+  Ref<HelmswayCmds::IIniService> Service() const;
+
+  ServiceSource service_;
+  std::string addInFolder_;
+};
+
+}  // namespace OrvelCalibrateS

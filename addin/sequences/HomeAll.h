@@ -1,0 +1,11 @@
+#pragma once
+
+#include "addin/sequences/SequenceContext.h"
+
+namespace OrvelCalibrateS {
+
+/// Loads all shared records as installed and sends the instrument home. In pass-up mode. `Homed` is the caller's
+/// matter.
+void HomeAll(SequenceContext& context);
+
+}  // namespace OrvelCalibrateS

@@ -1,0 +1,58 @@
+#include "addin/sequences/MoveToCalibrationLocation.h"
+
+#include "addin/config/Conversions.h"
+#include "addin/config/ItemSource.h"
+#include "addin/sequences/HomeAll.h"
+
+namespace OrvelCalibrateS {
+namespace {
+
+using Command::Axis;
+
+/// The same for every device, head and configuration.
+constexpr std::string_view calibrationZ = "-16000";
+
+/// S goes to the value of the list's first serial-dilute head, whatever head is selected; no line without such a head.
+void AppendSLine(CommandText& text, SequenceContext& context) {
+  const AxisRecord& axisS = context.Configuration.Records.AxisS;
+  forms::TextBox& txtCurrentCollect = context.Selections.txtCurrentCollect;
+  WalkItems(FailureMode::PassUp, [&](const std::string& number) {
+    const HeadType head = ReadHeadType(context.Configuration, number);
+    if (head.Kind == SerialDiluteKind) {
+      txtCurrentCollect.SetText(WholeNumber(axisS.OffsetSign * head.SDTeachToolOffset + head.SPosition));
+      text += Command::Move(Axis::S, std::string_view(txtCurrentCollect.Text()));
+      return false;
+    }
+    return !head.Name.empty();
+  });
+}
+
+}  // namespace
+
+void MoveToCalibrationLocation(SequenceContext& context) {
+  HostChannel& host = context.Host;
+  const SharedRecords& records = context.Configuration.Records;
+
+  if (!context.Flags.Homed) {
+    HomeAll(context);
+    context.Flags.Homed = true;
+  }
+  host.WriteStatus("Moving to calibration location");
+
+  CommandText text;
+  if (records.DeviceType.HasXAxis) {
+    std::string sliderReply;
+    host.SendDeviceCommand(Command::StatusSlider(), sliderReply);
+    text += Command::Move(Axis::X, records.AxisX.SafePosition);
+    if (Command::SaysClosed(sliderReply)) text += Command::MoveSliderOpen();
+  }
+  text += Command::Move(Axis::SD_Y, records.AxisSDY.LowLimit);
+  text += Command::Move(Axis::SD_X, records.AxisSDX.HighLimit / 2.0);
+  text += Command::Move(Axis::Z, calibrationZ);
+  AppendSLine(text, context);
+
+  if (!host.RunCommandText(text.Text(), FailureMode::PassUp)) return;
+  host.WriteStatus("");
+}
+
+}  // namespace OrvelCalibrateS

@@ -1,0 +1,99 @@
+#include "addin/shell/InProcessServer.h"
+
+#include <array>
+#include <cstdio>
+#include <fstream>
+#include <string>
+
+#include "addin/base/Boundary.h"
+#include "addin/base/Implements.h"
+#include "addin/base/Steps.h"
+#include "addin/shell/Platform.h"
+
+namespace OrvelCalibrateS::InProcessServer {
+namespace {
+
+using HelmswayCmds::Id;
+using HelmswayCmds::Result;
+
+std::uint32_t livingObjects = 0;
+
+class ClassFactory final : public Implements<HelmswayCmds::IClassFactory> {
+ public:
+  explicit ClassFactory(const ServedClass& served) : served_(served) {}
+
+  Result CreateInstance(const Id& interfaceId, void** object) noexcept override {
+    if (object == nullptr) return Result::InvalidPointer;
+    return served_.create(interfaceId, object);
+  }
+
+ private:
+  const ServedClass& served_;
+  LivingObject living_;
+};
+
+/// "{d95b74c4-2136-49ae-9fd9-69b691484557}"
+std::string Braced(const Id& id) {
+  std::array<char, 40> text{};
+  const auto& rest = id.data4;
+  std::snprintf(text.data(), text.size(), "{%08x-%04x-%04x-%02x%02x-%02x%02x%02x%02x%02x%02x}", id.data1,
+                unsigned{id.data2}, unsigned{id.data3}, unsigned{rest[0]}, unsigned{rest[1]}, unsigned{rest[2]},
+                unsigned{rest[3]}, unsigned{rest[4]}, unsigned{rest[5]}, unsigned{rest[6]}, unsigned{rest[7]});
+  return text.data();
+}
+
+std::filesystem::path RegistrationFile(const ServedClass& served) {
+  return Platform::RegistrationFolder() / (std::string(served.programId) + ".addin");
+}
+
+/// Through a file beside it, so that a host that looks never sees half a registration.
+void WriteRegistration(const ServedClass& served, const std::filesystem::path& library) {
+  const std::filesystem::path file = RegistrationFile(served);
+  const std::filesystem::path draft = file.string() + ".new";
+  std::ofstream out(draft, std::ios::binary | std::ios::trunc);
+  out << "[Add-in]\n"
+      << "ProgramId=" << served.programId << "\n"
+      << "ClassId=" << Braced(served.classId) << "\n"
+      << "Library=" << library.string() << "\n";
+  out.close();
+  Require(out.good());
+  std::filesystem::rename(draft, file);
+}
+
+}  // namespace
+
+LivingObject::LivingObject() noexcept { ++livingObjects; }
+LivingObject::~LivingObject() { --livingObjects; }
+
+Result GetClassObject(std::span<const ServedClass> classes, const Id* classId, const Id* interfaceId,
+                      void** object) noexcept {
+  if (classId == nullptr || interfaceId == nullptr || object == nullptr) return Result::InvalidPointer;
+  for (const ServedClass& served : classes) {
+    if (served.classId != *classId) continue;
+    Result result = Result::Failed;
+    const Result made = AtBoundary([&] {
+      auto* const factory = new ClassFactory(served);
+      result = factory->QueryInterface(*interfaceId, object);
+      factory->Release();
+    });
+    return made == Result::Ok ? result : made;
+  }
+  return Result::ClassNotAvailable;
+}
+
+Result CanUnloadNow() noexcept { return livingObjects == 0 ? Result::Ok : Result::Failed; }
+
+Result Register(std::span<const ServedClass> classes, const std::filesystem::path& library) noexcept {
+  return AtBoundary([&] {
+    Require(!library.empty());
+    for (const ServedClass& served : classes) WriteRegistration(served, library);
+  });
+}
+
+Result Unregister(std::span<const ServedClass> classes) noexcept {
+  return AtBoundary([&] {
+    for (const ServedClass& served : classes) std::filesystem::remove(RegistrationFile(served));
+  });
+}
+
+}  // namespace OrvelCalibrateS::InProcessServer

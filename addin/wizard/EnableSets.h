@@ -1,0 +1,31 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+namespace OrvelCalibrateS {
+
+/// The buttons that `SetButtonEnables` drives, in the order of its arguments: Start, Save, Home All, Collect Head,
+/// Collect Tip, Eject Tip, Eject Head, Up, Down.
+inline constexpr std::array<std::int16_t, 9> DrivenButtons{0, 6, 5, 13, 3, 2, 12, 7, 8};
+
+using ButtonEnables = std::array<bool, DrivenButtons.size()>;
+
+/// What the operator can do next on the main page.
+namespace EnableSets {
+
+inline constexpr bool on = true;
+inline constexpr bool no = false;
+
+// clang-format off
+//                                            Start Save  Home  ClHd  ClTp  EjTp  EjHd  Up    Down
+inline constexpr ButtonEnables AllOff        {no,   no,   no,   no,   no,   no,   no,   no,   no};
+inline constexpr ButtonEnables AtCalibration {on,   on,   on,   no,   no,   no,   no,   on,   on};
+inline constexpr ButtonEnables AfterHome     {on,   on,   on,   no,   no,   no,   no,   no,   no};
+inline constexpr ButtonEnables HeadReady     {no,   on,   on,   no,   on,   no,   on,   no,   no};
+inline constexpr ButtonEnables TipOn         {no,   on,   on,   no,   no,   on,   no,   no,   no};
+inline constexpr ButtonEnables NoHead        {no,   on,   on,   on,   no,   no,   no,   no,   no};
+// clang-format on
+
+}  // namespace EnableSets
+}  // namespace OrvelCalibrateS

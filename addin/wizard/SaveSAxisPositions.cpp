@@ -1,0 +1,90 @@
+#include "addin/wizard/SaveSAxisPositions.h"
+
+#include <array>
+
+#include "addin/config/Conversions.h"
+#include "addin/config/ItemSource.h"
+
+namespace OrvelCalibrateS {
+namespace {
+
+constexpr std::string_view title = "Save S Axis Positions";
+constexpr std::string_view question =
+    "The current S Axis value will be saved and used as the initial \r\n"
+    "position for all 1, 8 and 12 channel pipetting heads.\r\n"
+    "\r\n"
+    "This information will be stored on this computer and will\r\n"
+    "also be transferred into the Marivane's memory.\r\n"
+    "\r\n"
+    "Click [OK] to save these values.";
+
+/// The classes that the instrument's memory knows. A head of any other volume is saved in the file only.
+struct VolumeClass {
+  double volume;
+  std::string_view word;
+};
+
+constexpr std::array<VolumeClass, 5> volumeClasses{{
+    {12.5, "12"},
+    {30, "30"},
+    {125, "125"},
+    {300, "300"},
+    {1250, "1250"},
+}};
+
+bool IsConcerned(const HeadType& head) { return head.Kind == SerialDiluteKind || IsTeachTool(head); }
+
+void AppendCalibrationLines(CommandText& text, const HeadType& head, const AxisRecord& axisS) {
+  for (const VolumeClass& row : volumeClasses) {
+    if (head.Volume != row.volume) continue;
+    Skip([&] {
+      text += Command::CalibrateTipEject(head.Channels, row.word, Divide(head.SPositionMM, axisS.MmPerStep));
+    });
+    Skip([&] { text += Command::CalibrateAspirateOrigin(head.Channels, row.word, head.SPosition); });
+  }
+}
+
+/// Writes each head concerned to the file, and collects what the instrument is to be told of them.
+CommandText SaveHeads(SequenceContext& context) {
+  const IniFiles& files = context.Configuration.Files;
+  const AxisRecord& axisS = context.Configuration.Records.AxisS;
+  CommandText text;
+  WalkItems(FailureMode::Skip, [&](const std::string& number) {
+    HeadType head = ReadHeadType(context.Configuration, number);
+    if (IsConcerned(head)) {
+      Put(head.SPosition, [&] {
+        const double currentSteps = Number(context.Selections.txtCurrentCollect.Text());
+        return WholeNumberValue(head.SDTeachToolOffset * axisS.MoveSign + currentSteps);
+      });
+      Skip([&] { WriteHeadType(files, head, files.MarivaneIni()); });
+      AppendCalibrationLines(text, head, axisS);
+    }
+    return !head.Name.empty();
+  });
+  return text;
+}
+
+}  // namespace
+
+void SaveSAxisPositions(SequenceContext& context) {
+  const IniFiles& files = context.Configuration.Files;
+  HostChannel& host = context.Host;
+
+  const forms::MessageAnswer answer =
+      context.Form.ShowMessage(title, question, forms::MessageButtons::OkCancel, forms::MessageIcon::Exclamation);
+  if (answer != forms::MessageAnswer::Ok) return;
+
+  Skip([&] { host.WriteStatus("Saving values..."); });
+  CommandText text = SaveHeads(context);
+  Skip([&] { files.WriteIni("DeviceType", "AxisCalibratedS", files.MarivaneIni(), "1"); });
+  if (context.Configuration.Records.DeviceType.UploadCalibrationData) {
+    text += Command::SaveCalibration();
+    Skip([&] { host.WriteStatus("Updating the Marivane's memory..."); });
+    // A refusal or a Stop cuts the upload short; the file leads all the same.
+    host.RunCommandText(text.Text(), FailureMode::Skip);
+  }
+  Skip([&] { host.WriteStatus(""); });
+  Skip([&] { host.WriteChanged(false); });
+}
+
+}  // namespace OrvelCalibrateS

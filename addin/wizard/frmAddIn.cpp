@@ -1,0 +1,201 @@
+#include "addin/wizard/frmAddIn.h"
+
+#include <string>
+
+#include "addin/base/Steps.h"
+#include "addin/language/Language.h"
+#include "addin/sequences/HomeAll.h"
+#include "addin/sequences/JogSAxis.h"
+#include "addin/sequences/MoveToCalibrationLocation.h"
+#include "addin/wizard/FillSelectionLists.h"
+#include "addin/wizard/SaveSAxisPositions.h"
+#include "addin/wizard/WizardFlow.h"
+#include "addin/wizard/frmAddInDesign.h"
+
+namespace OrvelCalibrateS {
+namespace {
+
+constexpr bool IsStopButton(std::int16_t index) { return index == 1 || index == 16; }
+
+constexpr std::int16_t captionKey = 101;
+
+}  // namespace
+
+std::shared_ptr<frmAddIn> frmAddIn::Load(const IniFiles& files, SharedRecords& records) {
+  // Not make_shared: the constructor is the class's own.
+  std::shared_ptr<frmAddIn> form(new frmAddIn(files, records));
+  form->Form_Load();
+  return form;
+}
+
+frmAddIn::frmAddIn(const IniFiles& files, SharedRecords& records)
+    : files_(files),
+      form_(FormDesignCaption, FormDesign()),
+      host_(files),
+      context_{{files, records},
+               host_,
+               {form_.Get<forms::ComboBox>("cboCollectStep"), form_.Get<forms::ComboBox>("cboNestType"),
+                form_.Get<forms::ComboBox>("cboHeadType"), form_.Get<forms::ComboBox>("cboPosition"),
+                form_.Get<forms::ComboBox>("cboTipRack"), form_.Get<forms::ComboBox>("cboTipType"),
+                form_.Get<forms::TextBox>("txtCurrentCollect")},
+               flags_,
+               form_} {}
+
+void frmAddIn::Form_Load() {
+  ConnectHandlers();
+  ApplyLanguage(form_, files_);
+  form_.SetCaption(LanguageText(captionKey, files_));
+}
+
+void frmAddIn::Unload() {
+  if (!loaded_) return;
+  loaded_ = false;
+  Skip([&] { host_.WriteAddInActive(false); });
+  host_.StatusPanel = {};
+  host_.FormParent = {};
+  host_.ParentConnection = {};
+  form_.Close();
+}
+
+void frmAddIn::ConnectHandlers() {
+  const auto handler = [this](auto operation) {
+    return [form = weak_from_this(), operation] {
+      if (const auto alive = form.lock()) operation(*alive);
+    };
+  };
+  for (const auto& control : form_.Controls()) {
+    if (control->Kind() != forms::ControlKind::CommandButton) continue;
+    const std::int16_t index = control->Index().value_or(forms::NoIndex);
+    control->OnClick = handler([index](frmAddIn& form) { form.cmdButton_Click(index); });
+  }
+  Check("chkStageEmpty").OnClick = handler([](frmAddIn& form) { form.chkStageEmpty_Click(); });
+  Check("chkToolInstalled").OnClick = handler([](frmAddIn& form) { form.chkToolInstalled_Click(); });
+  Check("chkToolUninstalled").OnClick = handler([](frmAddIn& form) { form.chkToolUninstalled_Click(); });
+  form_.Get("picFrame").OnClick = handler([](frmAddIn& form) { form.picFrame_Click(); });
+  for (const std::string_view list : {"cboNestType", "cboHeadType", "cboPosition", "cboTipRack", "cboTipType"}) {
+    form_.Get(list).OnClick = handler([](frmAddIn& form) { form.ResetProgressFlags(); });
+  }
+}
+
+void frmAddIn::cmdButton_Click(std::int16_t index) {
+  // What runs now may be nested in a send: only a Stop may then act, or it could be taken back.
+  if (host_.LineUnderWay() && !IsStopButton(index)) return;
+  Skip([&] { host_.WriteStopRequested(false); });
+  WizardFlow::Press(*this, index);
+}
+
+void frmAddIn::chkStageEmpty_Click() { Button(4).SetEnabled(Check("chkStageEmpty").Value() != 0); }
+
+void frmAddIn::chkToolInstalled_Click() {
+  if (Check("chkToolInstalled").Value() == 1) Check("chkToolUninstalled").SetValue(0);
+  Button(9).SetEnabled(Check("chkToolInstalled").Value() != 0 || Check("chkToolUninstalled").Value() != 0);
+}
+
+void frmAddIn::chkToolUninstalled_Click() {
+  if (Check("chkToolUninstalled").Value() == 1) Check("chkToolInstalled").SetValue(0);
+  Button(9).SetEnabled(Check("chkToolInstalled").Value() != 0 || Check("chkToolUninstalled").Value() != 0);
+}
+
+void frmAddIn::picFrame_Click() {
+  Skip([&] { host_.SetFocus(); });
+}
+
+void frmAddIn::SetButtonEnables(const ButtonEnables& enables) {
+  for (std::size_t i = 0; i < DrivenButtons.size(); ++i) SetButtonEnabled(Button(DrivenButtons[i]), enables[i]);
+}
+
+void frmAddIn::SetButtonEnabled(forms::Control& button, bool enabled) {
+  button.SetBackColor(enabled ? forms::SystemColor::WindowBackground : forms::SystemColor::ButtonFace);
+  button.SetEnabled(enabled);
+}
+
+void frmAddIn::RetrieveConfiguration() {
+  Skip([&] { host_.WriteStatus("Retrieving configuration settings from Marivane"); });
+  host_.SendDeviceCommand(Command::Rev());
+  bool stopRequested = false;
+  Put(stopRequested, [&] { return host_.StopRequested(); });
+  if (!stopRequested) FillSelectionLists();
+  Skip([&] { host_.WriteStatus(""); });
+}
+
+void frmAddIn::FillSelectionLists() { OrvelCalibrateS::FillSelectionLists(context_); }
+
+void frmAddIn::RegisterTeachTool() {
+  const HeadType head = FindTeachTool(context_.Configuration, FailureMode::Skip);
+  if (!IsTeachTool(head)) return;
+  Skip([&] { files_.WriteIni("HeadType", "Installed", files_.MarivaneIni(), head.Index); });
+  Skip([&] { files_.WriteIni("TipType", "Installed", files_.MarivaneIni(), "0"); });
+}
+
+void frmAddIn::WriteStageTexts() {
+  const std::string stage =
+      context_.Configuration.Records.DeviceType.HasXAxis ? "STAGE POSITION 6" : "STAGE POSITION 2";
+  form_.Get("lblContinue", 0)
+      .SetCaption("The pipette head that is currently installed in the pipette module will be ejected to " + stage +
+                  ".");
+  form_.Get("lblContinue", 1)
+      .SetCaption("Please confirm that " + stage + " is empty and click 'Continue' to eject the pipette head.");
+  form_.Get("chkStageEmpty").SetCaption(stage + " is empty");
+}
+
+void frmAddIn::WriteEjectingText() {
+  const bool hasXAxis = context_.Configuration.Records.DeviceType.HasXAxis;
+  form_.Get("lblEjecting")
+      .SetCaption(hasXAxis ? "Ejecting the pipette head to STAGE POSITION 6..."
+                           : "Ejecting the pipette head to STAGE POSITION 2...");
+}
+
+void frmAddIn::ClearCheckBoxes() {
+  for (const std::string_view box : {"chkStageEmpty", "chkToolInstalled", "chkToolUninstalled"}) {
+    Skip([&] { Check(box).SetValue(0); });
+  }
+}
+
+void frmAddIn::HomeAllAxes() {
+  Skip([&] { HomeAll(context_); });
+  flags_.Homed = true;
+}
+
+void frmAddIn::MoveToCalibrationLocation() { OrvelCalibrateS::MoveToCalibrationLocation(context_); }
+
+void frmAddIn::JogUp() { JogSAxis(context_, 7); }
+void frmAddIn::JogDown() { JogSAxis(context_, 8); }
+
+void frmAddIn::VerifyAndSave() {
+  // A verification that fails counts as passed; the save's own question still stands between it and the file.
+  if (Passes([&] { return VerifyCalibratedPosition(); })) {
+    SaveSAxisPositions(context_);
+  } else {
+    ShowReferencePointHint();
+  }
+}
+
+bool frmAddIn::VerifyCalibratedPosition() {
+  host_.WriteStatus("Verifying calibrated position");
+  host_.SendDeviceCommand(Command::HomeS());
+  JogSAxis(context_, 0);
+  const forms::MessageAnswer answer =
+      form_.ShowMessage("Calibrate Syringe Axis",
+                        "Please visually check the teach tool calibration position to ensure that\r\n"
+                        "the lower edge of the upper part of the teach tool \r\n"
+                        "completely covers the silver indication ring beneath it.\r\n"
+                        "\r\n"
+                        "Is the calibration position correct?",
+                        forms::MessageButtons::YesNo, forms::MessageIcon::None);
+  host_.WriteStatus("");
+  return answer == forms::MessageAnswer::Yes;
+}
+
+void frmAddIn::ShowReferencePointHint() {
+  form_.ShowMessage("Calibrate S Axis Reference Point",
+                    "To determine the S Axis reference point, click the Up and Down buttons\r\n"
+                    "to move the upper part of the teach tool until the lower edge\r\n"
+                    "completely covers the silver indication ring beneath it.",
+                    forms::MessageButtons::Ok, forms::MessageIcon::None);
+}
+
+void frmAddIn::RequestStop() { host_.WriteStopRequested(true); }
+
+void frmAddIn::SaveChanges() { SaveSAxisPositions(context_); }
+
+}  // namespace OrvelCalibrateS

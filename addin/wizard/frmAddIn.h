@@ -1,0 +1,86 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "addin/sequences/SequenceContext.h"
+#include "addin/wizard/EnableSets.h"
+#include "forms/Form.h"
+
+namespace OrvelCalibrateS {
+
+/// The wizard: the form, its handlers and its flags. Each load of the form is a new object, with the controls as
+/// designed and the flags False; the shared records are the library's and live on.
+///
+/// A handler keeps the object alive until it returns, so that the host may end the form in the middle of a command.
+class frmAddIn : public std::enable_shared_from_this<frmAddIn> {
+ public:
+  /// Makes the form and runs Form_Load. `files` and `records` must outlive it.
+  static std::shared_ptr<frmAddIn> Load(const IniFiles& files, SharedRecords& records);
+
+  frmAddIn(const frmAddIn&) = delete;
+  frmAddIn& operator=(const frmAddIn&) = delete;
+  ~frmAddIn() = default;
+
+  /// Runs Form_Unload: tells the instrument that the add-in is gone, drops the host's objects and closes the form.
+  /// Does nothing for a form that has been unloaded.
+  void Unload();
+  bool Loaded() const { return loaded_; }
+
+  forms::Form& Form() { return form_; }
+  HostChannel& Host() { return host_; }
+
+  /// The three flags False. What a change of a selection and the host's `LoadDefaults` do.
+  void ResetProgressFlags() { flags_ = ProgressFlags(); }
+  const ProgressFlags& Flags() const { return flags_; }
+
+  /// The host's `SaveChanges`: the save with its question, from whatever state the wizard is in.
+  void SaveChanges();
+
+  /// What a press of the button does. In skip mode. While a line is under way only the two Stop buttons do anything.
+  void cmdButton_Click(std::int16_t index);
+
+ private:
+  friend struct WizardFlow;
+
+  frmAddIn(const IniFiles& files, SharedRecords& records);
+
+  void Form_Load();
+  void ConnectHandlers();
+
+  void chkStageEmpty_Click();
+  void chkToolInstalled_Click();
+  void chkToolUninstalled_Click();
+  void picFrame_Click();
+
+  void SetButtonEnables(const ButtonEnables& enables);
+  static void SetButtonEnabled(forms::Control& button, bool enabled);
+
+  void RetrieveConfiguration();
+  void FillSelectionLists();
+  void RegisterTeachTool();
+  void WriteStageTexts();
+  void WriteEjectingText();
+  void ClearCheckBoxes();
+  void HomeAllAxes();
+  void MoveToCalibrationLocation();
+  void JogUp();
+  void JogDown();
+  void VerifyAndSave();
+  bool VerifyCalibratedPosition();
+  void ShowReferencePointHint();
+  void RequestStop();
+  void ForgetRack() { flags_.AtRack = false; }
+
+  forms::Control& Button(std::int16_t index) { return form_.Get("cmdButton", index); }
+  forms::CheckBox& Check(std::string_view name) { return form_.Get<forms::CheckBox>(name); }
+
+  const IniFiles& files_;
+  forms::Form form_;
+  HostChannel host_;
+  ProgressFlags flags_;
+  SequenceContext context_;
+  bool loaded_ = true;
+};
+
+}  // namespace OrvelCalibrateS

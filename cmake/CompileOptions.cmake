@@ -1,0 +1,11 @@
+# Options for all of the project's own code.
+add_compile_options(
+  -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Wnon-virtual-dtor
+  -Woverloaded-virtual -Wcast-align
+  # A fused multiply-add would round once where the instrument's arithmetic rounds twice.
+  -ffp-contract=off)
+
+if(HELMSWAY_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
