@@ -184,6 +184,11 @@ std::string WholeNumber(double value) {
 
 std::string NegatedWholeNumber(double value) { return "-" + WholeNumber(value); }
 
+double WholeNumberTerm(double value) {
+  Require(std::isfinite(value));
+  return RoundTiesAway(value);
+}
+
 std::int32_t WholeNumberValue(double value) { return ToWhole<std::int32_t>(RoundTiesAway(value)); }
 
 std::string GeneralForm(double value) { return Formatted(value, std::chars_format::general, 15); }

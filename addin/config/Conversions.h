@@ -93,7 +93,9 @@ std::int16_t Multiply16(std::int16_t left, std::int16_t right);
 std::string WholeNumber(double value);
 /// The same with a minus sign in front, whatever the value: "-30", "--30" for -30, "-0".
 std::string NegatedWholeNumber(double value);
-/// Whole-number format read back as a whole number. Fails outside 32 bits.
+/// Whole-number format read back as a number: as a term of a sum, and as a whole number. The former fails when the
+/// value isn't finite, the latter outside 32 bits.
+double WholeNumberTerm(double value);
 std::int32_t WholeNumberValue(double value);
 /// General form with up to 15 significant digits and "." as decimal point. Fails when the value isn't finite.
 std::string GeneralForm(double value);

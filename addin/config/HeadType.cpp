@@ -1,7 +1,6 @@
 #include "addin/config/HeadType.h"
 
 #include <array>
-#include <cmath>
 #include <tuple>
 
 #include "addin/config/Configuration.h"
@@ -82,9 +81,7 @@ void ReadSerialDiluteKeys(HeadType& head, const Configuration& configuration) {
   for (const SerialDiluteKey& row : serialDiluteKeys) {
     Put(head.*row.field, [&] {
       const double length = StrictReal<double>(files.ReadIni(row.section, row.key, files.MarivaneIni(), ""));
-      const double steps = RoundTiesAway(Divide(length, (configuration.Records.*row.axis).MmPerStep));
-      Require(std::isfinite(steps));
-      return steps;
+      return WholeNumberTerm(Divide(length, (configuration.Records.*row.axis).MmPerStep));
     });
   }
 }
@@ -119,15 +116,6 @@ HeadType ReadHeadType(const Configuration& configuration, std::string_view item,
 
 void WriteHeadType(const IniFiles& files, const HeadType& head, std::string_view file) {
   WriteItemLine(files, section, "Item" + head.Index, LineOf(head), file);
-}
-
-HeadType FindTeachTool(const Configuration& configuration, FailureMode mode) {
-  HeadType head;
-  WalkItems(mode, [&](const std::string& number) {
-    head = ReadHeadType(configuration, number);
-    return !head.Name.empty() && !IsTeachTool(head);
-  });
-  return head;
 }
 
 }  // namespace OrvelCalibrateS

@@ -4,7 +4,6 @@
 #include <string>
 #include <string_view>
 
-#include "addin/base/Steps.h"
 #include "addin/config/IniFiles.h"
 
 namespace OrvelCalibrateS {
@@ -58,9 +57,5 @@ HeadType ReadHeadType(const Configuration& configuration, std::string_view item 
 /// Writes the head's item line back, place 10 being worked out anew from `SPosition`. In pass-up mode up to the line,
 /// which is then written or not, as the file allows.
 void WriteHeadType(const IniFiles& files, const HeadType& head, std::string_view file);
-
-/// Walks the list to the first teach tool: gives it, or the record at which the list ends (its `Name` is empty then).
-/// `mode` says what a list without an end means.
-HeadType FindTeachTool(const Configuration& configuration, FailureMode mode);
 
 }  // namespace OrvelCalibrateS

@@ -4,9 +4,16 @@
 
 #include "addin/base/Steps.h"
 #include "addin/language/Language.h"
+#include "addin/sequences/CollectHead.h"
+#include "addin/sequences/CollectTip.h"
+#include "addin/sequences/EjectHead.h"
+#include "addin/sequences/EjectHeadToStage.h"
+#include "addin/sequences/EjectTeachTool.h"
+#include "addin/sequences/EjectTip.h"
 #include "addin/sequences/HomeAll.h"
 #include "addin/sequences/JogSAxis.h"
 #include "addin/sequences/MoveToCalibrationLocation.h"
+#include "addin/sequences/TeachTool.h"
 #include "addin/wizard/FillSelectionLists.h"
 #include "addin/wizard/SaveSAxisPositions.h"
 #include "addin/wizard/WizardFlow.h"
@@ -121,10 +128,8 @@ void frmAddIn::RetrieveConfiguration() {
 void frmAddIn::FillSelectionLists() { OrvelCalibrateS::FillSelectionLists(context_); }
 
 void frmAddIn::RegisterTeachTool() {
-  const HeadType head = FindTeachTool(context_.Configuration, FailureMode::Skip);
-  if (!IsTeachTool(head)) return;
-  Skip([&] { files_.WriteIni("HeadType", "Installed", files_.MarivaneIni(), head.Index); });
-  Skip([&] { files_.WriteIni("TipType", "Installed", files_.MarivaneIni(), "0"); });
+  OrvelCalibrateS::RegisterTeachTool(files_, FindTeachTool(context_.Configuration, FailureMode::Skip),
+                                     FailureMode::Skip);
 }
 
 void frmAddIn::WriteStageTexts() {
@@ -160,6 +165,12 @@ void frmAddIn::MoveToCalibrationLocation() { OrvelCalibrateS::MoveToCalibrationL
 
 void frmAddIn::JogUp() { JogSAxis(context_, 7); }
 void frmAddIn::JogDown() { JogSAxis(context_, 8); }
+void frmAddIn::CollectTip() { OrvelCalibrateS::CollectTip(context_); }
+void frmAddIn::EjectTip() { OrvelCalibrateS::EjectTip(context_); }
+void frmAddIn::CollectHead() { OrvelCalibrateS::CollectHead(context_); }
+void frmAddIn::EjectHead() { OrvelCalibrateS::EjectHead(context_); }
+void frmAddIn::EjectHeadToStage() { OrvelCalibrateS::EjectHeadToStage(context_); }
+void frmAddIn::EjectTeachTool() { OrvelCalibrateS::EjectTeachTool(context_); }
 
 void frmAddIn::VerifyAndSave() {
   // A verification that fails counts as passed; the save's own question still stands between it and the file.

@@ -66,6 +66,12 @@ class frmAddIn : public std::enable_shared_from_this<frmAddIn> {
   void MoveToCalibrationLocation();
   void JogUp();
   void JogDown();
+  void CollectTip();
+  void EjectTip();
+  void CollectHead();
+  void EjectHead();
+  void EjectHeadToStage();
+  void EjectTeachTool();
   void VerifyAndSave();
   bool VerifyCalibratedPosition();
   void ShowReferencePointHint();
