@@ -1,0 +1,93 @@
+#pragma once
+
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "addin/base/Implements.h"
+#include "addin/base/Ref.h"
+#include "addin/base/Texts.h"
+#include "addin/config/Conversions.h"
+#include "addin/config/IniFiles.h"
+#include "addin/contract/HelmswayCmds.h"
+
+namespace OrvelCalibrateS::Testing {
+
+/// A configuration service over keys in memory. Knows one file for each file name, whatever its folder, and can fail.
+class FakeIniService final : public Implements<HelmswayCmds::IIniService> {
+ public:
+  using Key = std::pair<std::string, std::string>;  ///< section and key, in capitals
+
+  std::map<Key, std::string> Marivane;
+  std::map<Key, std::string> Helmsway;
+  bool ReadsFail = false;
+  bool WritesFail = false;
+  bool SplitsFail = false;
+  std::vector<std::string> Reads;   ///< "Section/Key", in order
+  std::vector<std::string> Writes;  ///< "Section/Key=value", in order
+
+  /// Sets keys of Marivane.ini.
+  void Set(std::string_view section, std::initializer_list<std::pair<std::string_view, std::string_view>> values) {
+    for (const auto& [key, value] : values) Marivane[Name(section, key)] = value;
+  }
+
+  HelmswayCmds::Result ReadIni(HelmswayCmds::Text section, HelmswayCmds::Text key, HelmswayCmds::Text filePath,
+                               HelmswayCmds::Text defaultValue, HelmswayCmds::ITextTarget& value) noexcept override {
+    if (ReadsFail) return HelmswayCmds::Result::Failed;
+    Reads.push_back(std::string(AsView(section)) + "/" + std::string(AsView(key)));
+    const auto& file = FileOf(filePath);
+    const auto found = file.find(Name(AsView(section), AsView(key)));
+    return value.Assign(found == file.end() ? defaultValue : AsText(found->second));
+  }
+
+  HelmswayCmds::Result WriteIni(HelmswayCmds::Text section, HelmswayCmds::Text key, HelmswayCmds::Text filePath,
+                                HelmswayCmds::Text value) noexcept override {
+    if (WritesFail) return HelmswayCmds::Result::Failed;
+    FileOf(filePath)[Name(AsView(section), AsView(key))] = AsView(value);
+    Writes.push_back(std::string(AsView(section)) + "/" + std::string(AsView(key)) + "=" + std::string(AsView(value)));
+    return HelmswayCmds::Result::Ok;
+  }
+
+  HelmswayCmds::Result SplitText(HelmswayCmds::ITextListTarget& parts, HelmswayCmds::Text separator,
+                                 HelmswayCmds::Text text, std::int32_t* count) noexcept override {
+    if (SplitsFail) return HelmswayCmds::Result::Failed;
+    std::vector<HelmswayCmds::Text> pieces;
+    const std::string_view mark = AsView(separator);
+    std::string_view rest = AsView(text);
+    *count = 0;
+    if (rest.empty()) return parts.Assign(nullptr, 0);
+    for (std::size_t at = rest.find(mark); at != std::string_view::npos; at = rest.find(mark)) {
+      pieces.push_back(AsText(rest.substr(0, at)));
+      rest.remove_prefix(at + mark.size());
+    }
+    pieces.push_back(AsText(rest));
+    *count = static_cast<std::int32_t>(pieces.size()) - (rest.empty() ? 1 : 0);
+    return parts.Assign(pieces.data(), pieces.size());
+  }
+
+ private:
+  static Key Name(std::string_view section, std::string_view key) { return {UpperCased(section), UpperCased(key)}; }
+  std::map<Key, std::string>& FileOf(HelmswayCmds::Text path) {
+    return AsView(path).ends_with("Helmsway.ini") ? Helmsway : Marivane;
+  }
+};
+
+/// The two files over a fake service, and the service itself to set up and look into.
+struct FakeFiles {
+  FakeIniService* Service = new FakeIniService();
+  Ref<HelmswayCmds::IIniService> Held = Take(Service);
+  IniFiles Files{[this] { return Held; }, "/addin"};
+
+ private:
+  static Ref<HelmswayCmds::IIniService> Take(FakeIniService* service) {
+    Ref<HelmswayCmds::IIniService> held;
+    *held.Out() = service;
+    return held;
+  }
+};
+
+}  // namespace OrvelCalibrateS::Testing
