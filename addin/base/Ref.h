@@ -17,8 +17,13 @@ class Ref {
   }
   Ref(const Ref& other) noexcept : Ref(other.object_) {}
   Ref(Ref&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
-  Ref& operator=(Ref other) noexcept {
-    std::swap(object_, other.object_);
+  Ref& operator=(const Ref& other) noexcept {
+    Ref copy(other);
+    std::swap(object_, copy.object_);
+    return *this;
+  }
+  Ref& operator=(Ref&& other) noexcept {
+    std::swap(object_, other.object_);  // what was held goes with `other`
     return *this;
   }
   ~Ref() {

@@ -80,7 +80,7 @@ void ReadSerialDiluteKeys(HeadType& head, const Configuration& configuration) {
   const IniFiles& files = configuration.Files;
   for (const SerialDiluteKey& row : serialDiluteKeys) {
     Put(head.*row.field, [&] {
-      const double length = StrictReal<double>(files.ReadIni(row.section, row.key, files.MarivaneIni(), ""));
+      const auto length = StrictReal<double>(files.ReadIni(row.section, row.key, files.MarivaneIni(), ""));
       return WholeNumberTerm(Divide(length, (configuration.Records.*row.axis).MmPerStep));
     });
   }

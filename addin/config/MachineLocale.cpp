@@ -16,7 +16,7 @@ std::locale EnvironmentLocale() {
 }
 
 std::string Utf8(wchar_t character) {
-  const auto code = static_cast<std::uint32_t>(character);
+  const std::uint32_t code = static_cast<char32_t>(character);
   const auto byte = [](std::uint32_t bits) { return static_cast<char>(static_cast<unsigned char>(bits)); };
   if (code < 0x80) return {byte(code)};
   if (code < 0x800) return {byte(0xc0 | code >> 6), byte(0x80 | (code & 0x3f))};

@@ -11,7 +11,7 @@ namespace {
 struct Row {
   std::string_view key;
   double ZCalibration::*field;
-  std::string_view defaultValue = "";
+  std::string_view defaultValue = {};
 };
 
 constexpr std::array<Row, 20> rows{{

@@ -36,10 +36,12 @@ class FrameObject final : public Implements<HelmswayCmds::IObject> {
 /// Runs an operation on a loaded form. The reference held here keeps the form alive until the operation returns, even
 /// if the host lets go of everything in the middle of it.
 template <class Operation>
-Result OnForm(std::shared_ptr<frmAddIn> form, Operation&& operation) noexcept {
+Result OnForm(const std::shared_ptr<frmAddIn>& form, Operation&& operation) noexcept {
   return AtBoundary([&] {
-    Require(form->Loaded());
-    operation(*form);
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the copy is what keeps the form alive
+    const std::shared_ptr<frmAddIn> held = form;
+    Require(held->Loaded());
+    operation(*held);
   });
 }
 

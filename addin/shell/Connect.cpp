@@ -13,9 +13,9 @@ using HelmswayCmds::Result;
 Result Connect::Create(const HelmswayCmds::Id& interfaceId, void** object) noexcept {
   Result result = Result::Failed;
   const Result made = AtBoundary([&] {
-    auto* const connect = new Connect();
+    Ref<Connect> connect;
+    *connect.Out() = new Connect();
     result = connect->QueryInterface(interfaceId, object);
-    connect->Release();
   });
   return made == Result::Ok ? result : made;
 }

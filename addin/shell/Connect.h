@@ -15,6 +15,9 @@ class Connect final : public Implements<HelmswayCmds::IAddIn> {
  public:
   static HelmswayCmds::Result Create(const HelmswayCmds::Id& interfaceId, void** object) noexcept;
 
+  Connect(const Connect&) = delete;
+  Connect& operator=(const Connect&) = delete;
+
   HelmswayCmds::Result GetForm(HelmswayCmds::IAddInForm** form) noexcept override;
   HelmswayCmds::Result GetCaption(HelmswayCmds::ITextTarget& caption) noexcept override;
 

@@ -7,6 +7,7 @@
 
 #include "addin/base/Boundary.h"
 #include "addin/base/Implements.h"
+#include "addin/base/Ref.h"
 #include "addin/base/Steps.h"
 #include "addin/shell/Platform.h"
 
@@ -72,9 +73,9 @@ Result GetClassObject(std::span<const ServedClass> classes, const Id* classId, c
     if (served.classId != *classId) continue;
     Result result = Result::Failed;
     const Result made = AtBoundary([&] {
-      auto* const factory = new ClassFactory(served);
+      Ref<ClassFactory> factory;
+      *factory.Out() = new ClassFactory(served);
       result = factory->QueryInterface(*interfaceId, object);
-      factory->Release();
     });
     return made == Result::Ok ? result : made;
   }

@@ -32,7 +32,7 @@ HelmswayCmds::GetClassObjectFunction HostClassObjectFunction() {
 }
 
 std::filesystem::path RegistrationFolder() {
-  const std::filesystem::path folder = UserDataFolder() / "helmsway" / "add-ins";
+  std::filesystem::path folder = UserDataFolder() / "helmsway" / "add-ins";
   std::filesystem::create_directories(folder);
   return folder;
 }

@@ -1,5 +1,6 @@
 # Dependencies run downwards only: no file includes a header of a layer that its own doesn't stand on.
 # cmake -DROOT=folder -P Layers.cmake
+cmake_minimum_required(VERSION 3.25)
 set(sees_addin/contract "")
 set(sees_addin/base addin/contract)
 set(sees_forms "")

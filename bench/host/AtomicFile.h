@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "bench/host/FileStamp.h"
+
+/// Files read whole and replaced whole. Nobody who opens such a file sees a part of a write, and neither does anybody
+/// after a crash. All the system calls behind a save of the configuration stand in this one unit.
+namespace Helmsway {
+
+/// A state of a file.
+struct FileContents {
+  std::string bytes;
+  FileStamp stamp;  ///< of the file as it was while `bytes` were read
+  /// True when each change behind this read shows in the file's stamp. File systems stamp with a clock that advances in
+  /// steps; while the step of the last change lasts, the next change gets the same stamp.
+  bool stampSettled = false;
+};
+
+/// `Missing` also when a folder on the way isn't there. `Failed` when there is something that can't be read, or that is
+/// no file; then, and when missing, `contents` stays as it was.
+FilePresence ReadWholeFile(const std::string& path, FileContents& contents);
+
+enum class Replacement {
+  Done,
+  Superseded,  ///< another program has changed the file meanwhile
+  Failed,
+};
+
+/// Puts `bytes` in place of the file's contents, or makes the file. `expected` is the state that the caller has seen;
+/// null for no file. But for `Done` the file is as it was and nothing is left behind.
+///
+/// Mode and owner are kept, the owner where the system lets us. A symbolic link stays one: its target is replaced, or
+/// made. The file is a new one to the file system, so a second hard link keeps the old contents. A file that nobody may
+/// write is not replaced, whoever we are. When `Done`, the bytes are on the disk. Another program's change is lost only
+/// when it falls between the last look and the very next system call, the rename.
+Replacement ReplaceFile(const std::string& path, std::string_view bytes, const FileContents* expected);
+
+}  // namespace Helmsway

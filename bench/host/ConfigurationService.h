@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "addin/base/Implements.h"
+#include "addin/contract/HelmswayCmds.h"
+#include "bench/host/FileStamp.h"
+#include "bench/host/IniFile.h"
+
+namespace Helmsway {
+
+/// The configuration service behind the contract. A read sees every edit that was there when it began: it asks the
+/// system for the file's stamp and reads the file again when that differs. A file that isn't there holds no keys; one
+/// that is there and can't be read is a failure.
+///
+/// Edits that fall into the same step of the file system's clock would share a stamp, so the stamp of a file that has
+/// just been changed isn't relied on: until the clock has moved on, each read takes the file's bytes anew. What can
+/// still escape is a change whose stamp the system itself holds back: stores through a shared memory mapping before
+/// they are written out, and edits from another computer that the client of a network folder hasn't heard of. Neither
+/// can be seen by any program that opens no file per read, and no editor and no installer writes a configuration file
+/// through a mapping.
+class ConfigurationService final : public OrvelCalibrateS::Implements<HelmswayCmds::IIniService> {
+ public:
+  HelmswayCmds::Result ReadIni(HelmswayCmds::Text section, HelmswayCmds::Text key, HelmswayCmds::Text filePath,
+                               HelmswayCmds::Text defaultValue, HelmswayCmds::ITextTarget& value) noexcept override;
+  HelmswayCmds::Result WriteIni(HelmswayCmds::Text section, HelmswayCmds::Text key, HelmswayCmds::Text filePath,
+                                HelmswayCmds::Text value) noexcept override;
+  HelmswayCmds::Result SplitText(HelmswayCmds::ITextListTarget& parts, HelmswayCmds::Text separator,
+                                 HelmswayCmds::Text text, std::int32_t* count) noexcept override;
+
+ private:
+  struct KeptFile {
+    FileStamp stamp;
+    bool stampSettled = false;
+    IniFile file;
+  };
+  /// Looks up a path that isn't a string of its own.
+  struct PathHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view path) const noexcept { return std::hash<std::string_view>()(path); }
+  };
+  using KeptFiles = std::unordered_map<std::string, KeptFile, PathHash, std::equal_to<>>;
+
+  /// The file as it is now; null when it is missing. Lives until the next call.
+  const IniFile* CurrentFile(std::string_view path);
+  const IniFile* Load(const std::string& path, KeptFiles::iterator kept);
+
+  KeptFiles kept_;
+};
+
+}  // namespace Helmsway

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <ostream>
+#include <string>
+
+#include "bench/replay/Report.h"
+
+namespace Helmsway {
+
+/// Tells a run to a person: what was pressed, what the status panel said, how each line ended and why, what was written
+/// and asked; at its end the instrument's calibration memory and what has changed in the configuration file.
+class Account final : public IReport {
+ public:
+  /// The stream must outlive the account.
+  explicit Account(std::ostream& out) : out_(out) {}
+
+  void Performing(const Action& action, const forms::ISurface* form) override;
+  void Ignored(const Action& action) override;
+  void StatusTextWritten(std::string_view text) override;
+  void StopRequestedWritten(bool value) override;
+  void AddInActiveWritten(bool value) override;
+  void ChangedWritten(bool value) override;
+  void FocusSet() override;
+  void IniWritten(std::string_view section, std::string_view key, std::string_view value) override;
+  void LineBegins(std::string_view line) override;
+  void LineEnded(std::string_view line, const Answer& answer) override;
+  void MessageAnswered(const AnsweredMessage& message) override;
+  void MemberRead(std::string_view name, const MemberValue& value) override;
+  void FormShown(const forms::ISurface& form, std::string_view statusText) override;
+  void Ended(const CalibrationValues& calibrationMemory, std::string_view before, std::string_view after) override;
+
+ private:
+  /// The start of a line of the account, indented below the action or command line that it belongs to.
+  std::ostream& Line();
+
+  std::ostream& out_;
+  std::string unfinishedLine_;  // the command line under way, as long as nothing has been told of it
+  bool insideLine_ = false;     // something has been told since it began
+};
+
+}  // namespace Helmsway

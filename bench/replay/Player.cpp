@@ -1,0 +1,301 @@
+#include "bench/replay/Player.h"
+
+#include <utility>
+
+#include "addin/base/Texts.h"
+#include "bench/host/ConfigurationFile.h"
+#include "bench/host/ConfigurationService.h"
+#include "bench/host/HostClasses.h"
+#include "bench/replay/MessageWords.h"
+
+namespace Helmsway {
+namespace {
+
+using HelmswayCmds::Boolean;
+using HelmswayCmds::Result;
+using OrvelCalibrateS::Ref;
+using Access = HostIniService::Access;
+using Line = HostConnection::Line;
+
+constexpr std::int16_t EjectStopButton = 1;
+constexpr std::int16_t StopButton = 16;
+
+/// What the host's calls give doesn't matter to it: what they did shows in what the add-in does next.
+void Drop(Result /*result*/) {}
+
+std::string Quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
+
+}  // namespace
+
+Player::Player(const AddInLibrary& library, std::string marivaneIni, MakeInstrument makeInstrument, IReport& report)
+    : library_(library),
+      marivaneIni_(std::move(marivaneIni)),
+      makeInstrument_(std::move(makeInstrument)),
+      report_(report) {
+  *connection_.Out() = new HostConnection(*this, *this);
+  *window_.Out() = new HostWindow(*this);
+  Ref<HelmswayCmds::IIniService> files;
+  *files.Out() = new ConfigurationService;
+  *iniService_.Out() = new HostIniService(*this, std::move(files));
+  HostClasses::ServeIniService(Ref<HelmswayCmds::IIniService>(iniService_.Get()));
+}
+
+Player::~Player() {
+  silent_ = true;
+  session_.reset();
+  HostClasses::ServeIniService({});
+}
+
+bool Player::Perform(const Action& action) {
+  scriptLine_ = action.line;
+  try {
+    PerformReporting(action);
+  } catch (const std::exception& error) {
+    End(ExitStatus::Failed, error.what());
+  }
+  return !ended_;
+}
+
+const CalibrationValues& Player::CalibrationMemory() const {
+  static const CalibrationValues Nothing;
+  return instrument_ ? instrument_->CalibrationMemory() : Nothing;
+}
+
+void Player::PerformReporting(const Action& action) {
+  if (silent_) return;
+  report_.Performing(action, surface_);
+  if (action.needsForm && surface_ == nullptr) {
+    report_.Ignored(action);
+  } else if (action.needsForm) {
+    DoToForm(action);
+  } else {
+    Do(action);
+  }
+}
+
+void Player::Do(const Action& action) {
+  const std::vector<std::string>& words = action.arguments;
+  switch (action.kind) {
+    case ActionKind::CreateAddIn:
+      return CreateAddIn();
+    case ActionKind::QueueAnswer:
+      return answers_.push_back(AnswerNamed(words[0]).value());
+    case ActionKind::Refuse:
+      return instrumentScript_.Refuse(words[0], Answer::Result::Refused, action.number);
+    case ActionKind::Fail:
+      return instrumentScript_.Refuse(words[0], Answer::Result::Failed, action.number);
+    case ActionKind::Reply:
+      return instrumentScript_.Reply(words[0], words[1]);
+    case ActionKind::During:
+      return instrumentScript_.During(words[0], action.waiting.front());
+    case ActionKind::LinkDown:
+      return connection_->SetLine(Line::Down);
+    case ActionKind::LinkUp:
+      return connection_->SetLine(Line::Up);
+    case ActionKind::FileReadsFail:
+      return iniService_->SetReads(Access::Fails);
+    case ActionKind::FileReadsWork:
+      return iniService_->SetReads(Access::Works);
+    case ActionKind::FileWritesFail:
+      return iniService_->SetWrites(Access::Fails);
+    case ActionKind::FileWritesWork:
+      return iniService_->SetWrites(Access::Works);
+    default:
+      return EditFile(action);
+  }
+}
+
+void Player::DoToForm(const Action& action) {
+  HelmswayCmds::IAddInForm& form = session_->Form();
+  bool done = true;
+  switch (action.kind) {
+    case ActionKind::GiveConnection:
+      Drop(form.PutObjectParent(connection_.Get()));
+      break;
+    case ActionKind::TakeConnection:
+      Drop(form.PutObjectParent(nullptr));
+      break;
+    case ActionKind::GiveWindow:
+      Drop(form.PutFormParent(window_.Get()));
+      break;
+    case ActionKind::TakeWindow:
+      Drop(form.PutFormParent(nullptr));
+      break;
+    case ActionKind::SaveChanges:
+      Drop(form.SaveChanges());
+      break;
+    case ActionKind::LoadDefaults:
+      Drop(form.LoadDefaults());
+      break;
+    case ActionKind::ReadMember:
+      ReadMember(action.arguments[0]);
+      break;
+    case ActionKind::HostStop:
+      connection_->Link().RequestStop();
+      break;
+    case ActionKind::ReleaseAddIn:
+      ReleaseAddIn();
+      break;
+    case ActionKind::Show:
+      report_.FormShown(*surface_, window_->StatusText());
+      break;
+    case ActionKind::ClickButton:
+      done = ClickButton(action.number);
+      break;
+    case ActionKind::ClickBackground:
+      done = surface_->Click(0);
+      break;
+    case ActionKind::Check:
+      done = SetChecked(action.arguments[0], true);
+      break;
+    case ActionKind::Uncheck:
+      done = SetChecked(action.arguments[0], false);
+      break;
+    default:
+      done = surface_->Pick(surface_->Find(action.arguments[0], forms::NoIndex), action.number);
+      break;
+  }
+  if (!done && !silent_) report_.Ignored(action);
+}
+
+void Player::CreateAddIn() {
+  if (surface_ != nullptr) return;
+  ReleaseAddIn();
+  session_.emplace(library_);
+  surface_ = &session_->Surface();
+  surface_->SetObserver(this);
+  surface_->SetMessageBoxes(this);
+}
+
+void Player::ReleaseAddIn() {
+  session_.reset();
+  surface_ = nullptr;
+}
+
+void Player::ReadMember(const std::string& name) {
+  HelmswayCmds::IAddInForm& form = session_->Form();
+  const auto tell = [&](Result result, const MemberValue& value) {
+    if (result == Result::Ok) report_.MemberRead(name, value);
+  };
+  if (name == "Caption") {
+    std::string caption;
+    OrvelCalibrateS::StringTarget target(caption);
+    const Result result = session_->Connect().GetCaption(target);
+    tell(result, caption);
+  } else if (name == "Frame") {
+    Ref<HelmswayCmds::IObject> frame;
+    const Result result = form.GetFrame(frame.Out());
+    tell(result, std::string(surface_->State(0).name));
+  } else if (name == "HelpContextID") {
+    std::int32_t helpContextId = 0;
+    const Result result = form.GetHelpContextID(&helpContextId);
+    tell(result, helpContextId);
+  } else {
+    Boolean show = HelmswayCmds::False;
+    const Result result = name == "ShowButtons" ? form.GetShowButtons(&show) : form.GetShowStatusBar(&show);
+    tell(result, show != HelmswayCmds::False);
+  }
+}
+
+void Player::EditFile(const Action& action) {
+  const std::vector<std::string>& words = action.arguments;
+  const bool edited = action.kind == ActionKind::FileSet ? SetIniValue(marivaneIni_, words[0], words[1], words[2])
+                                                         : RemoveIniValue(marivaneIni_, words[0], words[1]);
+  if (!edited) throw std::runtime_error("Marivane.ini can't be edited: " + action.text);
+}
+
+bool Player::ClickButton(std::int32_t index) {
+  if (lineUnderWay_ && index != EjectStopButton && index != StopButton) return false;
+  return surface_->Click(surface_->Find("cmdButton", static_cast<std::int16_t>(index)));
+}
+
+bool Player::SetChecked(const std::string& box, bool checked) {
+  return surface_->SetChecked(surface_->Find(box, forms::NoIndex), checked);
+}
+
+IInstrument& Player::Instrument() {
+  if (!instrument_) instrument_ = makeInstrument_();
+  return *instrument_;
+}
+
+Answer Player::Execute(std::string_view line) {
+  std::optional<Answer> refusal = instrumentScript_.TakeRefusal(line);
+  Answer answer = refusal ? *std::move(refusal) : Instrument().Execute(line);
+  for (const Action& action : instrumentScript_.TakeWaiting(line)) PerformReporting(action);
+  const std::string* const reply = instrumentScript_.ReplyTo(line);
+  if (answer.result == Answer::Result::Ok && reply != nullptr) answer.reply = *reply;
+  return answer;
+}
+
+void Player::End(ExitStatus status, std::string what) {
+  if (!ended_) ended_ = EarlyEnd{status, scriptLine_, std::move(what)};
+  silent_ = true;
+  iniService_->SetWrites(Access::Fails);
+}
+
+void Player::StatusTextWritten(std::string_view text) noexcept {
+  if (!silent_) report_.StatusTextWritten(text);
+}
+
+void Player::StopRequestedWritten(bool value) noexcept {
+  if (!silent_) report_.StopRequestedWritten(value);
+}
+
+void Player::AddInActiveWritten(bool value) noexcept {
+  if (!silent_) report_.AddInActiveWritten(value);
+}
+
+void Player::ChangedWritten(bool value) noexcept {
+  if (!silent_) report_.ChangedWritten(value);
+}
+
+void Player::FocusSet() noexcept {
+  if (!silent_) report_.FocusSet();
+}
+
+void Player::IniWritten(std::string_view section, std::string_view key, std::string_view value) noexcept {
+  if (!silent_) report_.IniWritten(section, key, value);
+}
+
+Result Player::Send(std::string_view line, std::string& reply, bool& accepted) noexcept {
+  if (silent_) return Result::Failed;
+  const bool outerLine = std::exchange(lineUnderWay_, true);
+  Answer answer{Answer::Result::Failed, "", ""};
+  try {
+    report_.LineBegins(line);
+    answer = Execute(line);
+  } catch (const std::exception& error) {
+    End(ExitStatus::Failed, error.what());
+  }
+  lineUnderWay_ = outerLine;
+  if (silent_) return Result::Failed;
+  report_.LineEnded(line, answer);
+  if (answer.result == Answer::Result::Failed) return Result::Failed;
+  accepted = answer.result == Answer::Result::Ok;
+  if (accepted) reply = std::move(answer.reply);
+  return Result::Ok;
+}
+
+forms::MessageAnswer Player::Show(std::string_view title, std::string_view text, forms::MessageButtons buttons,
+                                  forms::MessageIcon icon) noexcept {
+  const forms::MessageAnswer careful = CarefulAnswer(buttons);
+  if (silent_) return careful;
+  forms::MessageAnswer answer = forms::MessageAnswer::Ok;
+  if (buttons != forms::MessageButtons::Ok) {
+    const std::string box = "the message box " + Quoted(title) + " (" + std::string(NameOf(buttons)) + ")";
+    if (answers_.empty()) {
+      End(ExitStatus::ScriptError, "no answer is queued for " + box);
+      return careful;
+    }
+    answer = answers_.front();
+    answers_.pop_front();
+    if (!Offers(buttons, answer)) {
+      End(ExitStatus::ScriptError, "the answer " + std::string(NameOf(answer)) + " isn't among the buttons of " + box);
+      return careful;
+    }
+  }
+  report_.MessageAnswered({title, text, buttons, icon, answer});
+  return answer;
+}
+
+}  // namespace Helmsway

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <filesystem>
+#include <istream>
+#include <optional>
+#include <ostream>
+#include <string>
+
+#include "bench/replay/ExitStatus.h"
+#include "bench/replay/RunFolder.h"
+
+namespace Helmsway {
+
+enum class InstrumentKind {
+  Simulated,  ///< the simulated Marivane, which refuses what it can't do
+  Accepting,  ///< accepts every line at once, with an empty reply
+};
+
+enum class OutputFormat {
+  JsonLines,  ///< the trace, for programs
+  Text,       ///< an account, for people
+};
+
+struct ReplayOptions {
+  std::filesystem::path configuration;  ///< the folder with the configuration files
+  WorkOn workOn = WorkOn::Copies;
+  InstrumentKind instrument = InstrumentKind::Simulated;
+  std::optional<std::filesystem::path> trace;  ///< empty for the standard output
+  OutputFormat format = OutputFormat::JsonLines;
+  std::filesystem::path addIn;  ///< the add-in library's file
+  std::string script;           ///< path, or "-" for the standard input
+};
+
+/// Performs one run, told on `out` unless the options name a file. Everything that goes wrong is told on `err`.
+ExitStatus Replay(const ReplayOptions& options, std::istream& in, std::ostream& out, std::ostream& err);
+
+}  // namespace Helmsway

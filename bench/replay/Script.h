@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "bench/replay/Action.h"
+
+namespace Helmsway {
+
+struct ScriptError {
+  std::size_t line = 0;  ///< from 1
+  std::string what;
+
+  friend bool operator==(const ScriptError&, const ScriptError&) = default;
+};
+
+/// A script, read whole.
+struct Script {
+  /// What is to be performed, in this order. A script that doesn't create the add-in itself has the actions that do so,
+  /// with the line 0, in front.
+  std::vector<Action> actions;
+  /// In the order of their lines. A script with errors is not to be performed.
+  std::vector<ScriptError> errors;
+};
+
+Script ParseScript(std::string_view text);
+
+}  // namespace Helmsway

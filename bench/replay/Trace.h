@@ -1,0 +1,35 @@
+#pragma once
+
+#include <ostream>
+
+#include "bench/replay/Report.h"
+
+namespace Helmsway {
+
+/// Writes a run as JSON Lines: one object for each event, its kind in the member "event". Bytes that aren't UTF-8 come
+/// out as replacement characters.
+class Trace final : public IReport {
+ public:
+  /// The stream must outlive the trace.
+  explicit Trace(std::ostream& out) : out_(out) {}
+
+  void Performing(const Action& action, const forms::ISurface* form) override;
+  void Ignored(const Action& action) override;
+  void StatusTextWritten(std::string_view text) override;
+  void StopRequestedWritten(bool value) override;
+  void AddInActiveWritten(bool value) override;
+  void ChangedWritten(bool value) override;
+  void FocusSet() override;
+  void IniWritten(std::string_view section, std::string_view key, std::string_view value) override;
+  void LineBegins(std::string_view line) override;
+  void LineEnded(std::string_view line, const Answer& answer) override;
+  void MessageAnswered(const AnsweredMessage& message) override;
+  void MemberRead(std::string_view name, const MemberValue& value) override;
+  void FormShown(const forms::ISurface& form, std::string_view statusText) override;
+  void Ended(const CalibrationValues& calibrationMemory, std::string_view before, std::string_view after) override;
+
+ private:
+  std::ostream& out_;
+};
+
+}  // namespace Helmsway
