@@ -37,6 +37,18 @@ bool Raise(const std::function<void()>& event) noexcept {
 
 }  // namespace
 
+MessageAnswer CarefulAnswer(MessageButtons buttons) {
+  switch (buttons) {
+    case MessageButtons::YesNo:
+      return MessageAnswer::No;
+    case MessageButtons::OkCancel:
+      return MessageAnswer::Cancel;
+    case MessageButtons::Ok:
+      break;
+  }
+  return MessageAnswer::Ok;
+}
+
 Form::Form(std::string_view caption, std::span<const ControlDesign> design) : caption_(caption) {
   controls_.reserve(design.size());
   for (const ControlDesign& row : design) {
@@ -49,16 +61,7 @@ Form::~Form() = default;
 
 MessageAnswer Form::ShowMessage(std::string_view title, std::string_view text, MessageButtons buttons,
                                 MessageIcon icon) {
-  if (messageBoxes_ != nullptr) return messageBoxes_->Show(title, text, buttons, icon);
-  switch (buttons) {
-    case MessageButtons::YesNo:
-      return MessageAnswer::No;
-    case MessageButtons::OkCancel:
-      return MessageAnswer::Cancel;
-    case MessageButtons::Ok:
-      break;
-  }
-  return MessageAnswer::Ok;
+  return messageBoxes_ == nullptr ? CarefulAnswer(buttons) : messageBoxes_->Show(title, text, buttons, icon);
 }
 
 void Form::Close() {

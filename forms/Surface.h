@@ -53,6 +53,9 @@ enum class MessageButtons : std::uint8_t { Ok, OkCancel, YesNo };
 enum class MessageIcon : std::uint8_t { None, Exclamation };
 enum class MessageAnswer : std::uint8_t { Ok, Cancel, Yes, No };
 
+/// The answer that does the least: No, Cancel, or OK where there is nothing else.
+MessageAnswer CarefulAnswer(MessageButtons buttons);
+
 /// Shows modal message boxes: `Show` returns when the operator has answered.
 class IMessageBoxes {
  public:
@@ -86,8 +89,8 @@ class ISurface {
   virtual bool SetChecked(ControlId checkBox, bool checked) noexcept = 0;
   virtual bool Pick(ControlId list, std::int32_t entry) noexcept = 0;
 
-  /// What the renderer supplies; null takes it away. Without message boxes, a box counts as answered at once by its
-  /// most careful answer: No, Cancel, or OK where there is nothing else.
+  /// What the renderer supplies; null takes it away. Without message boxes, a box counts as answered at once by
+  /// `CarefulAnswer`.
   virtual void SetObserver(IObserver* observer) noexcept = 0;
   virtual void SetMessageBoxes(IMessageBoxes* messageBoxes) noexcept = 0;
   /// The handle by which the window system knows the form; 0 while there is no window.

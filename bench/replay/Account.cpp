@@ -90,7 +90,7 @@ void Account::AddInActiveWritten(bool value) {
   if (!value) Line() << "the add-in is no longer active\n";
 }
 
-void Account::ChangedWritten(bool value) { Line() << "host window: " << (value ? "changed" : "not changed") << '\n'; }
+void Account::ChangedWritten(bool value) { Line() << "host window: marked " << (value ? "changed" : "unchanged") << '\n'; }
 
 void Account::FocusSet() { Line() << "host window: takes the focus\n"; }
 

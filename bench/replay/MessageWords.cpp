@@ -53,16 +53,4 @@ bool Offers(MessageButtons buttons, MessageAnswer answer) {
   return false;
 }
 
-MessageAnswer CarefulAnswer(MessageButtons buttons) {
-  switch (buttons) {
-    case MessageButtons::YesNo:
-      return MessageAnswer::No;
-    case MessageButtons::OkCancel:
-      return MessageAnswer::Cancel;
-    case MessageButtons::Ok:
-      break;
-  }
-  return MessageAnswer::Ok;
-}
-
 }  // namespace Helmsway

@@ -17,7 +17,4 @@ std::optional<forms::MessageAnswer> AnswerNamed(std::string_view name);
 /// Whether a box with these buttons can be answered so.
 bool Offers(forms::MessageButtons buttons, forms::MessageAnswer answer);
 
-/// The answer that does the least: No, Cancel, or OK where there is nothing else.
-forms::MessageAnswer CarefulAnswer(forms::MessageButtons buttons);
-
 }  // namespace Helmsway

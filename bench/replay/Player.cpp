@@ -278,7 +278,7 @@ Result Player::Send(std::string_view line, std::string& reply, bool& accepted) n
 
 forms::MessageAnswer Player::Show(std::string_view title, std::string_view text, forms::MessageButtons buttons,
                                   forms::MessageIcon icon) noexcept {
-  const forms::MessageAnswer careful = CarefulAnswer(buttons);
+  const forms::MessageAnswer careful = forms::CarefulAnswer(buttons);
   if (silent_) return careful;
   forms::MessageAnswer answer = forms::MessageAnswer::Ok;
   if (buttons != forms::MessageButtons::Ok) {
