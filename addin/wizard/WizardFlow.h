@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <limits>
 #include <span>
 #include <string_view>
 
@@ -18,8 +19,9 @@ struct WizardFlow {
   /// What must hold besides the press of the button.
   enum class Guard : std::uint8_t { None, ToolInstalled, ToolUninstalled, StageEmpty };
 
-  /// The event of a row that follows by itself when the row that leads to its state has been performed.
-  static constexpr std::int16_t Returned = -1;
+  /// The event of a row that follows by itself when the row that leads to its state has been performed: no index that a
+  /// button could have.
+  static constexpr std::int16_t Returned = std::numeric_limits<std::int16_t>::min();
 
   /// One step of a transition, and a step in the sense of skip mode.
   struct Action {
