@@ -90,7 +90,9 @@ void Account::AddInActiveWritten(bool value) {
   if (!value) Line() << "the add-in is no longer active\n";
 }
 
-void Account::ChangedWritten(bool value) { Line() << "host window: marked " << (value ? "changed" : "unchanged") << '\n'; }
+void Account::ChangedWritten(bool value) {
+  Line() << "host window: marked " << (value ? "changed" : "unchanged") << '\n';
+}
 
 void Account::FocusSet() { Line() << "host window: takes the focus\n"; }
 
