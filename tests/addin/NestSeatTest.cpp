@@ -75,6 +75,9 @@ TEST(NestSeatTest, EachTermRoundsByItselfButTheLastFourMillimetresOfTheApproach)
       {"nest, head and offset of half a step each", {8, 1, -1, 10, 4, 4, 0, 0.5}, 12, 11},
       // 10 - 1 - 1 - 0.5 + 1 = 8.5
       {"the same in the other direction", {8, -1, 1, 10, 4, 4, 0, 0.5}, 8, 9},
+      {"a nest of half a step: 10 + 1 + 0.5", {8, 1, -1, 10, 4, 0, 0, 0}, 12, 11},
+      {"a head of half a step: 10 + 1 + 0.5", {8, 1, -1, 10, 0, 4, 0, 0}, 12, 11},
+      {"a small offset doesn't break a tie", {8, 1, -1, 10, 0, 0, 0, -0.4}, 10, 9},
       {"an offset below half a step is none", {1, 1, -1, 10, 0, 0, 0, 0.49}, 14, 10},
   });
 }

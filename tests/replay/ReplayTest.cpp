@@ -389,11 +389,11 @@ host FormParent given
 press [Continue] (button 10)
   status: Retrieving configuration settings from Marivane
   REV -> ok
-  host window: not changed
+  host window: marked unchanged
   status cleared
 check chkToolInstalled
 press [Continue] (button 9)
-  host window: not changed
+  host window: marked unchanged
 instrument refuse HOME
 during HOME click 16
 press [Home All] (button 5)
@@ -420,7 +420,7 @@ host SaveChanges
   write [DeviceType] AxisCalibratedS=1
   status: Updating the Marivane's memory...
   status cleared
-  host window: not changed
+  host window: marked unchanged
 
 Calibration memory of the instrument:
   nothing
