@@ -1,10 +1,10 @@
 #include "addin/sequences/CollectTip.h"
 
-#include "addin/config/ConfigurationLoad.h"
 #include "addin/config/Conversions.h"
 #include "addin/sequences/DepthSteps.h"
 #include "addin/sequences/InstalledKeys.h"
 #include "addin/sequences/MoveToRack.h"
+#include "addin/sequences/RackRecords.h"
 #include "addin/sequences/SelectedRecords.h"
 
 namespace OrvelCalibrateS {
@@ -20,13 +20,9 @@ void CollectTip(SequenceContext& context) {
   HomeUnlessHomed(context);
   if (!context.Flags.AtRack) MoveToRack(context);
   Skip([&] { host.WriteStatus("Collecting tip"); });
-  LoadMachineRecords(configuration, FailureMode::Skip);
-  LoadSelectedHead(context);
-  LoadSelectedTip(context);
-  const Position position = SelectedPosition(context);
-  const PlateType plate = SelectedTipRack(context);
+  const RackRecords rack = LoadRackRecords(context);
   std::int32_t depth = 0;
-  Put(depth, [&] { return DepthSteps(configuration, position.LowerStage, Depth::Counts, Depth::Omitted); });
+  Put(depth, [&] { return DepthSteps(configuration, rack.Position.LowerStage, Depth::Counts, Depth::Omitted); });
 
   CommandText text;
   text += Command::SetSpeed(Axis::S, records.AxisS.SpeedB);
@@ -37,18 +33,15 @@ void CollectTip(SequenceContext& context) {
   if (zCollision) text += Command::ZCollisionOff();
   // The collecting stroke.
   Skip([&] {
-    const double plateHeight = Divide(plate.PlateHeight * axisZ.MoveSign, axisZ.MmPerStep);
+    const double plateHeight = Divide(rack.Plate.PlateHeight * axisZ.MoveSign, axisZ.MmPerStep);
     const double stroke = Divide(static_cast<double>(records.Tip.CollectDepth) * axisZ.OffsetSign, axisZ.MmPerStep);
     text += Command::Move(Axis::Z, depth + plateHeight + stroke);
   });
   // Recorded while the text is built: the tip counts as installed before the instrument has moved.
   Skip([&] { WriteInstalledTip(configuration.Files, records.Tip.Item); });
-  Put(depth, [&] { return DepthSteps(configuration, position.LowerStage, Depth::Counts, Depth::Counts); });
+  Put(depth, [&] { return DepthSteps(configuration, rack.Position.LowerStage, Depth::Counts, Depth::Counts); });
   // The lift, to 2 mm above the plate with the tip on.
-  Skip([&] {
-    const double lift = Divide((plate.PlateHeight + 2) * axisZ.MoveSign, axisZ.MmPerStep);
-    text += Command::Move(Axis::Z, depth + lift);
-  });
+  Skip([&] { text += Command::Move(Axis::Z, depth + ClearanceSteps(rack.Plate, axisZ)); });
   if (zCollision) text += Command::ZCollisionOn();
   text += Command::SetSpeed(Axis::S, records.AxisS.SpeedC);
 

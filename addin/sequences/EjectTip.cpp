@@ -1,10 +1,10 @@
 #include "addin/sequences/EjectTip.h"
 
-#include "addin/config/ConfigurationLoad.h"
 #include "addin/config/Conversions.h"
 #include "addin/sequences/DepthSteps.h"
 #include "addin/sequences/InstalledKeys.h"
 #include "addin/sequences/MoveToRack.h"
+#include "addin/sequences/RackRecords.h"
 #include "addin/sequences/SelectedRecords.h"
 
 namespace OrvelCalibrateS {
@@ -20,17 +20,13 @@ void EjectTip(SequenceContext& context) {
 
   if (!context.Flags.AtRack) MoveToRack(context);
   Skip([&] { host.WriteStatus("Ejecting tip"); });
-  LoadMachineRecords(configuration, FailureMode::Skip);
-  LoadSelectedHead(context);
-  LoadSelectedTip(context);
-  const Position position = SelectedPosition(context);
-  const PlateType plate = SelectedTipRack(context);
+  const RackRecords rack = LoadRackRecords(context);
   std::int32_t depth = 0;
-  Put(depth, [&] { return DepthSteps(configuration, position.LowerStage, Depth::Counts, Depth::Omitted); });
+  Put(depth, [&] { return DepthSteps(configuration, rack.Position.LowerStage, Depth::Counts, Depth::Omitted); });
 
   CommandText text;
   Skip([&] {
-    const double height = Divide((plate.PlateHeight + records.Tip.EjectHeight) * axisZ.MoveSign, axisZ.MmPerStep);
+    const double height = Divide((rack.Plate.PlateHeight + records.Tip.EjectHeight) * axisZ.MoveSign, axisZ.MmPerStep);
     text += Command::Move(Axis::Z, depth + height);
   });
   text += Command::SetSpeed(Axis::S, axisS.SpeedB);
@@ -42,11 +38,8 @@ void EjectTip(SequenceContext& context) {
   // Recorded while the text is built; the second height then counts the bare head.
   Skip([&] { WriteInstalledTip(configuration.Files, NothingInstalled); });
   records.Tip = ReadTipType(configuration.Files);
-  Put(depth, [&] { return DepthSteps(configuration, position.LowerStage, Depth::Counts, Depth::Counts); });
-  Skip([&] {
-    const double lift = Divide((plate.PlateHeight + 2) * axisZ.MoveSign, axisZ.MmPerStep);
-    text += Command::Move(Axis::Z, depth + lift);
-  });
+  Put(depth, [&] { return DepthSteps(configuration, rack.Position.LowerStage, Depth::Counts, Depth::Counts); });
+  Skip([&] { text += Command::Move(Axis::Z, depth + ClearanceSteps(rack.Plate, axisZ)); });
   text += Command::SetSpeed(Axis::S, axisS.SpeedC);
 
   if (!host.RunCommandText(text.Text(), FailureMode::Skip)) return;

@@ -3,6 +3,7 @@
 #include "addin/config/ConfigurationLoad.h"
 #include "addin/config/Conversions.h"
 #include "addin/sequences/DepthSteps.h"
+#include "addin/sequences/RackRecords.h"
 #include "addin/sequences/SelectedRecords.h"
 
 namespace OrvelCalibrateS {
@@ -59,10 +60,7 @@ void MoveToRack(SequenceContext& context) {
   text += Command::Move(Axis::SD_X, sd.x);
   text += Command::Move(Axis::SD_Y, sd.y);
   text += Command::Move(Axis::S, records.Head.SPosition);
-  Skip([&] {
-    const double lift = Divide((plate.PlateHeight + 2) * records.AxisZ.MoveSign, records.AxisZ.MmPerStep);
-    text += Command::Move(Axis::Z, depth + lift);
-  });
+  Skip([&] { text += Command::Move(Axis::Z, depth + ClearanceSteps(plate, records.AxisZ)); });
 
   if (!host.RunCommandText(text.Text(), FailureMode::Skip)) return;
   Skip([&] { host.WriteStatus(""); });
