@@ -124,7 +124,7 @@ TEST(FillSelectionLists, EachCatalogueMayHoldSurprises) {
 TEST(FillSelectionLists, TheFirstSerialDiluteHeadGivesTheValueOnRecord) {
   struct Row {
     const char* name;
-    std::initializer_list<std::pair<std::string_view, std::string_view>> heads;
+    std::vector<std::pair<std::string_view, std::string_view>> heads;
     const char* signs;
     const char* steps;
   };

@@ -31,7 +31,7 @@ class FakeIniService final : public Implements<HelmswayCmds::IIniService> {
   std::vector<std::string> Writes;  ///< "Section/Key=value", in order
 
   /// Sets keys of Marivane.ini.
-  void Set(std::string_view section, std::initializer_list<std::pair<std::string_view, std::string_view>> values) {
+  void Set(std::string_view section, const std::vector<std::pair<std::string_view, std::string_view>>& values) {
     for (const auto& [key, value] : values) Marivane[Name(section, key)] = value;
   }
 
