@@ -22,10 +22,7 @@ class TemporaryFolder {
   }
   TemporaryFolder(const TemporaryFolder&) = delete;
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-  ~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(folder_, ignored);
-  }
+  ~TemporaryFolder() { std::filesystem::remove_all(folder_); }
 
   std::string PathOf(std::string_view name) const { return (folder_ / name).string(); }
 

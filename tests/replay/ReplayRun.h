@@ -1,8 +1,10 @@
 #pragma once
 
 #include <filesystem>
+#include <nlohmann/json.hpp>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "bench/replay/Replay.h"
 
@@ -29,11 +31,33 @@ inline ReplayRun RunScript(const ReplayOptions& options, const std::string& scri
   std::istringstream in(script);
   std::ostringstream out;
   std::ostringstream err;
-  ReplayRun run;
-  run.status = Replay(options, in, out, err);
-  run.output = out.str();
-  run.complaints = err.str();
-  return run;
+  const ExitStatus status = Replay(options, in, out, err);
+  return {status, out.str(), err.str()};
+}
+
+struct TraceEvent {
+  std::string kind;
+  std::string text;  ///< kind and values in the order of the trace, but for empty ones; an action's own words alone
+  nlohmann::ordered_json members;
+};
+
+/// The events of a trace. Left out of `text` are a message's own text, and most of what a `show` tells.
+inline std::vector<TraceEvent> EventsOf(const std::string& trace) {
+  std::vector<TraceEvent> events;
+  std::istringstream lines(trace);
+  for (std::string line; std::getline(lines, line);) {
+    TraceEvent event{"", "", nlohmann::ordered_json::parse(line)};
+    event.kind = event.members["event"];
+    for (const auto& [name, value] : event.members.items()) {
+      if (event.kind == "message" && name == "text") continue;
+      if (event.kind == "action" && name == "event") continue;
+      if (event.kind == "form" && name != "event" && name != "visible" && name != "status") continue;
+      const std::string word = value.is_string() ? value.get<std::string>() : value.dump();
+      event.text += (event.text.empty() || word.empty() ? "" : " ") + word;
+    }
+    events.push_back(std::move(event));
+  }
+  return events;
 }
 
 }  // namespace Helmsway

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "bench/replay/Script.h"
@@ -8,174 +10,85 @@
 namespace Helmsway {
 namespace {
 
-/// The actions behind those that every script without a `host create` of its own begins with.
-std::vector<Action> OwnActions(const std::string& text) {
-  const Script script = ParseScript(text);
-  EXPECT_TRUE(script.errors.empty()) << text << ": " << script.errors.front().what;
-  std::vector<Action> actions = script.actions;
-  EXPECT_GE(actions.size(), 3U);
-  actions.erase(actions.begin(), actions.begin() + 3);
-  return actions;
-}
-
 TEST(Script, WordsOfALineAreTakenOutOfTheirQuotesAndKeptAsWritten) {
-  struct Row {
-    const char* line;
-    ActionKind kind;
-    std::vector<std::string> arguments;
-    std::int32_t number;
-    const char* text;
+  using enum ActionKind;
+  // The line, then the action's kind, words, number and text.
+  // clang-format off
+  const std::tuple<const char*, ActionKind, std::vector<std::string>, std::int32_t, const char*> rows[] = {
+      {" \t click \t 16 \t", ClickButton, {}, 16, "click 16"},
+      {"pick cboTipType 99999999999", Pick, {"cboTipType"}, 2147483647, "pick cboTipType 99999999999"},
+      {"instrument refuse MOVE", Refuse, {"MOVE"}, 1, "instrument refuse MOVE"},
+      {"instrument fail \"MOVE X\" 3", Fail, {"MOVE X"}, 3, "instrument fail \"MOVE X\" 3"},
+      {R"(file remove  "" "\"b\" \\ \n")", FileRemove, {"", R"("b" \ \n)"}, 0, R"(file remove "" "\"b\" \\ \n")"},
+      {R"(file set A I3 "\"1 Ch\",X")", FileSet, {"A", "I3", "\"1 Ch\",X"}, 0, R"(file set A I3 "\"1 Ch\",X")"},
+      {"file remove A#1 b\"c", FileRemove, {"A#1", "b\"c"}, 0, "file remove A#1 b\"c"},
+      {"during \"M X\"   pick  cboTipType 2", During, {"M X"}, 0, "during \"M X\" pick cboTipType 2"},
   };
-  const std::vector<Row> rows = {
-      {"click 10", ActionKind::ClickButton, {}, 10, "click 10"},
-      {" \t click \t 16 \t", ActionKind::ClickButton, {}, 16, "click 16"},
-      {"click \"4\"", ActionKind::ClickButton, {}, 4, "click \"4\""},
-      {"click frame", ActionKind::ClickBackground, {}, 0, "click frame"},
-      {"pick cboHeadType -1", ActionKind::Pick, {"cboHeadType"}, -1, "pick cboHeadType -1"},
-      {"pick cboTipType 99999999999", ActionKind::Pick, {"cboTipType"}, 2147483647, "pick cboTipType 99999999999"},
-      {"instrument refuse MOVE", ActionKind::Refuse, {"MOVE"}, 1, "instrument refuse MOVE"},
-      {"instrument fail \"MOVE X\" 3", ActionKind::Fail, {"MOVE X"}, 3, "instrument fail \"MOVE X\" 3"},
-      {"instrument reply \"\"   \"a \\\"b\\\" \\\\ \\n\"",
-       ActionKind::Reply,
-       {"", "a \"b\" \\ \\n"},
-       0,
-       "instrument reply \"\" \"a \\\"b\\\" \\\\ \\n\""},
-      {"file set HeadType Item3 \"\\\"1 Ch\\\",X\"",
-       ActionKind::FileSet,
-       {"HeadType", "Item3", "\"1 Ch\",X"},
-       0,
-       "file set HeadType Item3 \"\\\"1 Ch\\\",X\""},
-      {"file remove A#1 b\"c", ActionKind::FileRemove, {"A#1", "b\"c"}, 0, "file remove A#1 b\"c"},
-      {"host FormParent none", ActionKind::TakeWindow, {}, 0, "host FormParent none"},
-  };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.line);
-    const std::vector<Action> actions = OwnActions(row.line);
-    ASSERT_EQ(actions.size(), 1U);
-    EXPECT_EQ(actions[0].kind, row.kind);
-    EXPECT_EQ(actions[0].arguments, row.arguments);
-    EXPECT_EQ(actions[0].number, row.number);
-    EXPECT_EQ(actions[0].text, row.text);
-    EXPECT_EQ(actions[0].line, 1U);
+  // clang-format on
+  for (const auto& [line, kind, arguments, number, text] : rows) {
+    SCOPED_TRACE(line);
+    const Script script = ParseScript(line);
+    ASSERT_EQ(script.actions.size(), 4U);  // the last is its own
+    const Action& action = script.actions.back();
+    EXPECT_EQ(action.kind, kind);
+    EXPECT_EQ(action.arguments, arguments);
+    EXPECT_EQ(action.number, number);
+    EXPECT_EQ(action.text, text);
+    if (kind != During) continue;
+    EXPECT_EQ(action.waiting.at(0).text + std::to_string(action.waiting[0].number), "pick cboTipType 22");
   }
 }
 
-TEST(Script, ADuringHoldsOneActionWithItsOwnWords) {
-  const std::vector<Action> actions = OwnActions("during \"MOVE X\"   instrument  reply \"STATUS SLIDER\" OPEN");
-  ASSERT_EQ(actions.size(), 1U);
-  EXPECT_EQ(actions[0].text, "during \"MOVE X\" instrument reply \"STATUS SLIDER\" OPEN");
-  EXPECT_EQ(actions[0].arguments, std::vector<std::string>{"MOVE X"});
-  ASSERT_EQ(actions[0].waiting.size(), 1U);
-  EXPECT_EQ(actions[0].waiting[0].kind, ActionKind::Reply);
-  EXPECT_EQ(actions[0].waiting[0].text, "instrument reply \"STATUS SLIDER\" OPEN");
-  EXPECT_EQ(actions[0].waiting[0].arguments, (std::vector<std::string>{"STATUS SLIDER", "OPEN"}));
-}
-
-TEST(Script, BlankLinesCommentsAndTheShapeOfLinesSayNothing) {
-  const std::vector<Action> actions =
-      OwnActions("\xEF\xBB\xBF# first\r\n\r\n \t # indented\r\n  \t\nclick 0\r\n\nshow");
-  ASSERT_EQ(actions.size(), 2U);
-  EXPECT_EQ(actions[0].text, "click 0");
-  EXPECT_EQ(actions[0].line, 5U);
-  EXPECT_EQ(actions[1].text, "show");
-  EXPECT_EQ(actions[1].line, 7U);
-}
-
-TEST(Script, TheAddInIsCreatedInFrontUnlessTheScriptBeginsWithThat) {
-  const auto texts = [](const char* script) {
-    std::string all;
-    for (const Action& action : ParseScript(script).actions) all += action.text + "; ";
-    return all;
+TEST(Script, BlankLinesAndCommentsSayNothingAndTheAddInIsCreatedInFront) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"\xEF\xBB\xBF# first\r\n\r\n \t # indented\r\n  \t\nclick 0\r\n\nshow",
+       "0 host create; 0 host ObjectParent given; 0 host FormParent given; 5 click 0; 7 show; "},
+      {"answer ok\nhost create",
+       "0 host create; 0 host ObjectParent given; 0 host FormParent given; 1 answer ok; 2 host create; "},
+      {"# none\nhost create\nshow", "2 host create; 3 show; "},
+      {"", "0 host create; 0 host ObjectParent given; 0 host FormParent given; "},
   };
-  EXPECT_EQ(texts("show"), "host create; host ObjectParent given; host FormParent given; show; ");
-  EXPECT_EQ(texts("answer ok\nhost create"),
-            "host create; host ObjectParent given; host FormParent given; answer ok; host create; ");
-  EXPECT_EQ(texts("# none\nhost create\nshow"), "host create; show; ");
-  EXPECT_EQ(texts(""), "host create; host ObjectParent given; host FormParent given; ");
+  for (const auto& [text, expected] : rows) {
+    std::string actions;
+    for (const Action& action : ParseScript(text).actions) {
+      actions += std::to_string(action.line) + " " + action.text + "; ";
+    }
+    EXPECT_EQ(actions, expected);
+  }
 }
 
 TEST(Script, EveryLineThatSaysNoActionIsAnError) {
-  const std::vector<const char*> lines = {
-      "press 1",
-      "Click 1",
-      "host",
-      "host Create",
-      "host create now",
-      "host ObjectParent",
-      "host ObjectParent maybe",
-      "host read",
-      "host read caption",
-      "host read hwnd",
-      "host SaveChanges 1",
-      "click",
-      "click 15",
-      "click 17",
-      "click -1",
-      "click 1x",
-      "click 1 2",
-      "click frame 1",
-      "click \"\"",
-      "check",
-      "check chkNone",
-      "uncheck cboTipType",
-      "check CHKSTAGEEMPTY",
-      "pick cboHeadType",
-      "pick cboHeadType first",
-      "pick cboHeadType 1.5",
-      "pick chkStageEmpty 1",
-      "answer maybe",
-      "answer",
-      "instrument refuse",
-      "instrument refuse MOVE 0",
-      "instrument refuse MOVE two",
-      "instrument refuse MOVE 1 2",
-      "instrument reply MOVE",
-      "instrument reply STATUS SLIDER OPEN",
-      "during MOVE",
-      "during MOVE answer ok",
-      "during MOVE host create",
-      "during MOVE host release",
-      "during MOVE host read Caption",
-      "during MOVE during MOVE show",
-      "during MOVE click 15",
-      "during MOVE show all",
-      "link",
-      "link sideways",
-      "file reads",
-      "file writes sometimes",
-      "file set HeadType Item1",
-      "file set HeadType Item1 a b",
-      "file remove HeadType",
-      "show form",
-      "show # with a comment",
-      "instrument reply MOVE \"open",
-      "instrument reply MOVE \"ends in a backslash\\\"",
+  // clang-format off
+  const char* const lines[] = {
+      "press 1", "Click 1", "host", "host Create", "host ObjectParent", "host ObjectParent maybe", "host read caption",
+      "host SaveChanges 1", "click", "click 15", "click 17", "click -1", "click 1x", "click frame 1", "click \"\"",
+      "check", "check chkNone", "uncheck cboTipType", "pick cboHeadType 1.5", "pick chkStageEmpty 1", "answer maybe",
+      "instrument refuse MOVE 0", "instrument refuse MOVE two", "instrument refuse MOVE 1 2",
+      "instrument reply STATUS SLIDER OPEN", "during MOVE", "during MOVE answer ok", "during MOVE host create",
+      "during MOVE host release", "during MOVE host read Caption", "during MOVE during MOVE show",
+      "during MOVE click 15", "link sideways", "file writes sometimes", "file set HeadType Item1 a b",
+      "file remove HeadType", "show # with a comment", "instrument reply MOVE \"ends in a backslash\\\"",
       "instrument reply \"MOVE\"X text",
   };
+  // clang-format on
   for (const char* line : lines) {
-    SCOPED_TRACE(line);
     const Script script = ParseScript(std::string("show\n") + line + "\nshow\n");
-    ASSERT_EQ(script.errors.size(), 1U);
-    EXPECT_EQ(script.errors[0].line, 2U);
-    EXPECT_FALSE(script.errors[0].what.empty());
+    EXPECT_TRUE(script.errors.size() == 1 && script.errors[0].line == 2) << line;
   }
 }
 
 TEST(Script, AllErrorsAreFoundAndSayWhatIsWrong) {
-  const Script script =
-      ParseScript("click 15\nshow\nhost read Name\npick cboHeadType\nduring MOVE answer ok\n\"click\n");
-  const std::vector<ScriptError> expected = {
-      {1, "there is no button 15; there are 0 to 14 and 16"},
-      {3, "there is no member Name; there are Caption, Frame, HelpContextID, ShowStatusBar, ShowButtons"},
-      {4, "wrong number of words; the action is written: pick LIST INDEX"},
-      {5, "this action can't take place during a line: answer ok"},
-      {6, "a quoted word has no closing quote: \"click"},
-  };
-  ASSERT_EQ(script.errors.size(), expected.size());
-  for (std::size_t i = 0; i < expected.size(); ++i) {
-    EXPECT_EQ(script.errors[i].line, expected[i].line);
-    EXPECT_EQ(script.errors[i].what, expected[i].what);
+  std::string errors;
+  const char* text = "click 15\nshow\nhost read Name\npick cboHeadType\nduring MOVE answer ok\n\"click\n";
+  for (const ScriptError& error : ParseScript(text).errors) {
+    errors += std::to_string(error.line) + ": " + error.what + "\n";
   }
+  EXPECT_EQ(errors,
+            "1: there is no button 15; there are 0 to 14 and 16\n"
+            "3: there is no member Name; there are Caption, Frame, HelpContextID, ShowStatusBar, ShowButtons\n"
+            "4: wrong number of words; the action is written: pick LIST INDEX\n"
+            "5: this action can't take place during a line: answer ok\n"
+            "6: a quoted word has no closing quote: \"click\n");
 }
 
 }  // namespace
