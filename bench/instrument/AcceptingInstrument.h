@@ -9,8 +9,9 @@ namespace Helmsway {
 /// Accepts every line at once, with an empty reply, and keeps nothing of it: its calibration memory stays empty.
 class AcceptingInstrument final : public IInstrument {
  public:
-  Answer Execute(std::string_view line) override;
-  const CalibrationValues& CalibrationMemory() const override;
+  void Begin(std::string_view /*line*/) override {}
+  Answer End(bool /*stopRequested*/) override { return {}; }
+  const CalibrationValues& CalibrationMemory() const override { return nothing_; }
 
  private:
   CalibrationValues nothing_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -19,12 +20,17 @@ struct Answer {
 /// Values by name, as "SET_CALIBRATION" lines carry them: "TipEject_8Ch_125_S" to "-30".
 using CalibrationValues = std::map<std::string, std::string, std::less<>>;
 
+/// An instrument that takes one line at a time.
 class IInstrument {
  public:
   virtual ~IInstrument() = default;
 
-  /// Carries out one command line. Virtual time: returns at once.
-  virtual Answer Execute(std::string_view line) = 0;
+  /// A line arrives. Whether it is refused is settled now; what it does is under way until `End`.
+  virtual void Begin(std::string_view line) = 0;
+
+  /// Lets the line run to its end, in whatever time the instrument keeps, and gives its answer. `stopRequested` tells
+  /// whether the host has asked to stop meanwhile; an instrument that is moving finishes its move all the same.
+  virtual Answer End(bool stopRequested) = 0;
 
   /// What the instrument's permanent memory holds now.
   virtual const CalibrationValues& CalibrationMemory() const = 0;

@@ -1,5 +1,6 @@
 #include "bench/instrument/SimulatedMarivane.h"
 
+#include <algorithm>
 #include <utility>
 #include <variant>
 
@@ -10,44 +11,55 @@ Answer Refused(std::string reason) { return {Answer::Result::Refused, {}, std::m
 
 Answer Accepted(std::string reply) { return {Answer::Result::Ok, std::move(reply), {}}; }
 
-SimulatedMarivane::WorkingState PowerOnState(const MachineDescription& description) {
-  SimulatedMarivane::WorkingState state;
-  for (const auto& [axis, limits] : description.axes) state.axes.try_emplace(axis);
-  return state;
-}
-
-/// Where an axis stands once it is homed: at 0, or as near to it as it comes.
-std::int32_t HomePosition(const MachineDescription::Limits& limits) {
-  if (limits.low > 0) return limits.low;
-  if (limits.high < 0) return limits.high;
-  return 0;
-}
+Answer Failed() { return {Answer::Result::Failed, {}, {}}; }
 
 std::string Called(Axis axis) { return "axis " + std::string(NameOf(axis)); }
+
+bool IsSideways(Axis axis) { return axis != Axis::Z && axis != Axis::S; }
+
+/// What the instrument answers in local mode too.
+bool IsQuestion(const Command& command) {
+  return std::holds_alternative<AskRevision>(command) || std::holds_alternative<AskSliderState>(command);
+}
 
 }  // namespace
 
 SimulatedMarivane::SimulatedMarivane(MachineDescription description)
-    : description_(std::move(description)), state_(PowerOnState(description_)) {}
+    : description_(std::move(description)),
+      heights_(description_),
+      world_(StartOf(description_)),
+      safety_(description_, heights_, world_),
+      syringe_(description_, heights_, world_) {}
 
-Answer SimulatedMarivane::Execute(std::string_view line) {
-  const auto read = ReadCommandLine(line);
-  if (!read.command) return Refused(read.reason);
-  const auto execute = [this](const auto& command) {
-    auto reason = WhyNot(command);
-    return reason.empty() ? Accepted(Perform(command)) : Refused(std::move(reason));
-  };
-  return std::visit(execute, *read.command);
+void SimulatedMarivane::Begin(std::string_view line) {
+  line_.emplace();
+  auto read = ReadCommandLine(line);
+  std::string reason = read.command ? WhyNot(*read.command) : std::move(read.reason);
+  if (reason.empty()) {
+    line_->command = std::move(read.command);
+  } else {
+    line_->answer = Refused(std::move(reason));
+  }
 }
 
-const CalibrationValues& SimulatedMarivane::CalibrationMemory() const { return calibrationMemory_; }
+Answer SimulatedMarivane::End(bool /*stopRequested*/) {
+  if (!line_) return Failed();
+  const Line line = *std::exchange(line_, std::nullopt);
+  if (!line.command) return line.answer;
+  if (stallNext_ && ReallyMoves(*line.command)) {
+    stallNext_ = false;
+    return Refused(StallIn(*line.command));
+  }
+  return Accepted(std::visit([this](const auto& command) { return Perform(command); }, *line.command));
+}
 
-void SimulatedMarivane::PowerCycle() { state_ = PowerOnState(description_); }
-
-const SimulatedMarivane::WorkingState& SimulatedMarivane::State() const { return state_; }
+std::string SimulatedMarivane::WhyNot(const Command& command) const {
+  if (!remote_ && !IsQuestion(command)) return "the instrument is not in remote mode";
+  return std::visit([this](const auto& known) { return WhyNot(known); }, command);
+}
 
 std::string SimulatedMarivane::WhyAxisLacks(Axis axis) const {
-  return description_.axes.contains(axis) ? "" : "this model has no " + Called(axis);
+  return world_.motion.Has(axis) ? "" : "this model has no " + Called(axis);
 }
 
 std::string SimulatedMarivane::WhySliderLacks() const {
@@ -57,16 +69,27 @@ std::string SimulatedMarivane::WhySliderLacks() const {
 std::string SimulatedMarivane::WhyNot(const HomeS& /*command*/) const { return WhyAxisLacks(Axis::S); }
 
 std::string SimulatedMarivane::WhyNot(const MoveAxis& command) const {
-  auto lacks = WhyAxisLacks(command.axis);
+  const auto [axis, target] = command;
+  auto lacks = WhyAxisLacks(axis);
   if (!lacks.empty()) return lacks;
-  if (!state_.axes.at(command.axis).position) return Called(command.axis) + " is not homed";
-  const auto& limits = description_.axes.at(command.axis);
-  if (command.target >= limits.low && command.target <= limits.high) return {};
-  return Called(command.axis) + " can't go to " + std::to_string(command.target) + ", its limits are " +
-         std::to_string(limits.low) + " and " + std::to_string(limits.high);
+  if (!world_.motion.Homed(axis)) return Called(axis) + " is not homed";
+  const auto& limits = description_.axes.at(axis);
+  if (target < limits.low || target > limits.high) {
+    return Called(axis) + " can't go to " + std::to_string(target) + ", its limits are " + std::to_string(limits.low) +
+           " and " + std::to_string(limits.high);
+  }
+  if (target == world_.motion.At(axis)) return {};
+  if (IsSideways(axis)) return safety_.WhyNotSideways(axis, target);
+  if (axis == Axis::S) return syringe_.WhyNotRelease(target);
+  const std::string hit = safety_.RunsInto(target);
+  if (hit.empty() || world_.zCollisionDetection == CollisionDetection::Off) return {};
+  return Called(axis) + " can't go to " + std::to_string(target) + ": it would run " + hit;
 }
 
-std::string SimulatedMarivane::WhyNot(const MoveSlider& /*command*/) const { return WhySliderLacks(); }
+std::string SimulatedMarivane::WhyNot(const MoveSlider& command) const {
+  auto lacks = WhySliderLacks();
+  return lacks.empty() ? safety_.WhyNotSlider(command.target) : lacks;
+}
 
 std::string SimulatedMarivane::WhyNot(const SetSpeed& command) const { return WhyAxisLacks(command.axis); }
 
@@ -74,55 +97,152 @@ std::string SimulatedMarivane::WhyNot(const SetZCollisionDetection& /*command*/)
 
 std::string SimulatedMarivane::WhyNot(const AskSliderState& /*command*/) const { return WhySliderLacks(); }
 
-void SimulatedMarivane::Home(Axis axis) { state_.axes.at(axis).position = HomePosition(description_.axes.at(axis)); }
-
 std::string SimulatedMarivane::Perform(const HomeAll& /*command*/) {
-  for (const auto& [axis, limits] : description_.axes) Home(axis);
+  time_ += Motion::HomeAllTime;
+  world_.motion.HomeAll();
   return {};
 }
 
 std::string SimulatedMarivane::Perform(const HomeS& /*command*/) {
-  Home(Axis::S);
+  time_ += Motion::HomeSTime;
+  world_.motion.Home(Axis::S);
   return {};
 }
 
 std::string SimulatedMarivane::Perform(const MoveAxis& command) {
-  state_.axes.at(command.axis).position = command.target;
+  const auto [axis, target] = command;
+  time_ += world_.motion.TimeTo(axis, target);
+  if (axis == Axis::S) {
+    const auto release = syringe_.ReleaseAt(target);
+    const bool blocked = !syringe_.WhyNotRelease(target).empty();
+    world_.motion.Go(axis, target);
+    if (!blocked) LetGo(release);
+    return {};
+  }
+  const bool down = axis == Axis::Z && heights_.ModuleAt(target) < heights_.ModuleAt(world_.motion.At(Axis::Z));
+  if (down) {
+    const std::string hit = safety_.RunsInto(target);
+    if (!hit.empty()) world_.damage.push_back("MOVE Z " + std::to_string(target) + " ran " + hit);
+  }
+  world_.motion.Go(axis, target);
+  if (down) TakeUp();
   return {};
 }
 
+void SimulatedMarivane::TakeUp() {
+  const Surroundings around(description_, heights_, world_);
+  const double module = heights_.ModuleAt(world_.motion.At(Axis::Z));
+  Module& hanging = world_.module;
+  if (hanging.head == nullptr) {
+    const auto slot = around.SlotBelow();
+    const HeadType* const head = slot ? world_.stage.HeadIn(*slot) : nullptr;
+    if (head == nullptr) return;
+    const double seat = heights_.SeatToCollect(description_.slots.at(*slot), *head);
+    if (module > seat + Heights::SeatTolerance) return;
+    world_.stage.TakeAway(*head);
+    hanging.head = head;
+    return;
+  }
+  const auto* const place = around.RackBelow();
+  if (hanging.tip != nullptr || place == nullptr) return;
+  const Rack& rack = *world_.stage.RackOn(place->name);
+  if (rack.tip == nullptr || rack.tip->Kind != hanging.head->Kind) return;
+  const double collecting = heights_.Stage(place->lower) + rack.plate->PlateHeight - rack.tip->CollectDepth;
+  if (module - heights_.HeadDepth(*hanging.head) <= collecting + Heights::SeatTolerance) hanging.tip = rack.tip;
+}
+
+void SimulatedMarivane::LetGo(Syringe::Release release) {
+  const Surroundings around(description_, heights_, world_);
+  switch (release) {
+    case Syringe::Release::Nothing:
+      return;
+    case Syringe::Release::Tip:
+      world_.module.tip = nullptr;
+      return;
+    case Syringe::Release::HeadInSlot:
+      world_.stage.Put(around.SlotBelow().value(), *world_.module.head);
+      break;
+    case Syringe::Release::HeadOnStage:
+      world_.stage.Drop(*world_.module.head);
+      break;
+  }
+  world_.module = {};
+}
+
 std::string SimulatedMarivane::Perform(const MoveSlider& command) {
-  state_.slider = command.target;
+  if (command.target != world_.slider) time_ += Motion::SliderTime;
+  world_.slider = command.target;
   return {};
 }
 
 std::string SimulatedMarivane::Perform(const SetSpeed& command) {
-  state_.axes.at(command.axis).speed = command.speed;
+  world_.motion.SetSpeed(command.axis, command.speed);
   return {};
 }
 
 std::string SimulatedMarivane::Perform(const SetZCollisionDetection& command) {
-  state_.zCollisionDetection = command.detection;
+  world_.zCollisionDetection = command.detection;
   return {};
 }
 
 std::string SimulatedMarivane::Perform(const SetCalibration& command) {
-  state_.pendingCalibration.insert_or_assign(command.name, command.value);
+  pending_.insert_or_assign(command.name, command.value);
   return {};
 }
 
 std::string SimulatedMarivane::Perform(const SaveCalibration& /*command*/) {
-  for (const auto& [name, value] : state_.pendingCalibration) calibrationMemory_.insert_or_assign(name, value);
-  state_.pendingCalibration.clear();
+  for (const auto& [name, value] : pending_) calibrationMemory_.insert_or_assign(name, value);
+  pending_.clear();
   return {};
 }
 
 std::string SimulatedMarivane::Perform(const AskSliderState& /*command*/) const {
-  return state_.slider == SliderState::Closed ? "SLIDER CLOSED" : "SLIDER OPEN";
+  return world_.slider == SliderState::Closed ? "SLIDER CLOSED" : "SLIDER OPEN";
 }
 
 std::string SimulatedMarivane::Perform(const AskRevision& /*command*/) const {
   return description_.firmware.empty() ? "MARIVANE" : "MARIVANE " + description_.firmware;
+}
+
+bool SimulatedMarivane::ReallyMoves(const Command& command) const {
+  if (const auto* const move = std::get_if<MoveAxis>(&command)) return world_.motion.At(move->axis) != move->target;
+  if (const auto* const slide = std::get_if<MoveSlider>(&command)) return world_.slider != slide->target;
+  return std::holds_alternative<HomeAll>(command) || std::holds_alternative<HomeS>(command);
+}
+
+std::string SimulatedMarivane::StallIn(const Command& command) {
+  Motion& motion = world_.motion;
+  if (const auto* const move = std::get_if<MoveAxis>(&command)) {
+    const auto from = motion.At(move->axis);
+    const auto halfWay = static_cast<std::int32_t>((std::int64_t{from} + move->target) / 2);
+    time_ += motion.TimeTo(move->axis, halfWay);
+    motion.Go(move->axis, halfWay);
+    motion.Lose(move->axis);
+    return Called(move->axis) + " stalled half-way from " + std::to_string(from) + " to " +
+           std::to_string(move->target) + ", and must be homed";
+  }
+  if (std::holds_alternative<MoveSlider>(command)) {
+    time_ += Motion::SliderTime / 2;
+    return "the slider stalled half-way and went back";
+  }
+  if (std::holds_alternative<HomeS>(command)) {
+    time_ += Motion::HomeSTime / 2;
+    motion.Lose(Axis::S);
+    return "axis S stalled on its way home";
+  }
+  time_ += Motion::HomeAllTime / 2;
+  for (const auto& [axis, description] : description_.axes) motion.Lose(axis);
+  return "the axes stalled on their way home";
+}
+
+void SimulatedMarivane::Stall() { stallNext_ = true; }
+
+void SimulatedMarivane::PowerCycle() {
+  if (line_) *line_ = {std::nullopt, Failed()};
+  world_.motion.Forget();
+  world_.zCollisionDetection = CollisionDetection::On;
+  pending_.clear();
+  stallNext_ = false;
 }
 
 }  // namespace Helmsway

@@ -1,54 +1,54 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "bench/instrument/CommandLine.h"
-#include "bench/instrument/Instrument.h"
+#include "bench/instrument/Heights.h"
+#include "bench/instrument/Machine.h"
 #include "bench/instrument/MachineDescription.h"
+#include "bench/instrument/Safety.h"
+#include "bench/instrument/Syringe.h"
+#include "bench/instrument/World.h"
 
 namespace Helmsway {
 
-/// A Marivane that knows its state and refuses what it can't do. Carrying out a line has two halves: a check, which
-/// changes nothing and gives the reason of a refusal, and behind it the change, which can't be refused any more.
-class SimulatedMarivane final : public IInstrument {
+/// A Marivane that knows its state, takes its time, and refuses what it can't do and what would do harm. Carrying out a
+/// line has two halves: a check when it begins, which changes nothing and gives the reason of a refusal, and behind it,
+/// when it ends, the change, which can't be refused any more.
+class SimulatedMarivane final : public IMachine {
  public:
-  struct AxisState {
-    /// In motor steps; empty until the axis has been homed, since the instrument doesn't know it before.
-    std::optional<std::int32_t> position;
-    /// As last set, in the instrument's own unit; 0 while the axis goes at its default speed.
-    std::int32_t speed = 0;
-
-    friend bool operator==(const AxisState&, const AxisState&) = default;
-  };
-
-  /// All that is lost when the instrument is switched off.
-  struct WorkingState {
-    std::map<Axis, AxisState> axes;            ///< an axis that the model lacks has no entry
-    SliderState slider = SliderState::Closed;  ///< means nothing on a model without slider
-    CollisionDetection zCollisionDetection = CollisionDetection::On;
-    CalibrationValues pendingCalibration;  ///< received, and not saved yet
-
-    friend bool operator==(const WorkingState&, const WorkingState&) = default;
-  };
-
-  /// Switched on, with nothing homed and an empty calibration memory.
+  /// Switched on for the first time, in remote mode, with nothing homed and an empty calibration memory.
   explicit SimulatedMarivane(MachineDescription description);
+  SimulatedMarivane(const SimulatedMarivane&) = delete;
+  SimulatedMarivane& operator=(const SimulatedMarivane&) = delete;
 
   /// A line that is refused has changed nothing.
-  Answer Execute(std::string_view line) override;
-  const CalibrationValues& CalibrationMemory() const override;
+  void Begin(std::string_view line) override;
+  Answer End(bool stopRequested) override;
+  const CalibrationValues& CalibrationMemory() const override { return calibrationMemory_; }
 
-  /// Off and on again: of all state only the calibration memory is left.
-  void PowerCycle();
-
-  const WorkingState& State() const;
+  MachineState State() const override;
+  void Pass(Seconds time) override { time_ += time; }
+  void Stall() override;
+  void PowerCycle() override;
+  void SetRemote(bool remote) override { remote_ = remote; }
+  void LoadRack(const std::string& positionItem, const std::string& plateItem, const std::string& tipItem) override;
+  void PutOnModule(const std::string& headItem) override;
+  void PutInNest(const std::string& nestItem, const std::string& headItem) override;
+  void ClearStage(const std::string& positionName) override;
 
  private:
+  /// A line between its two halves: a command that will be carried out, or the answer that stands already.
+  struct Line {
+    std::optional<Command> command;
+    Answer answer;
+  };
+
   // The checks: the reason for which the command is refused; empty when it can be carried out.
+  std::string WhyNot(const Command& command) const;
   std::string WhyNot(const HomeAll& /*command*/) const { return {}; }
   std::string WhyNot(const HomeS& command) const;
   std::string WhyNot(const MoveAxis& command) const;
@@ -72,13 +72,30 @@ class SimulatedMarivane final : public IInstrument {
   std::string Perform(const AskSliderState& command) const;
   std::string Perform(const AskRevision& command) const;
 
+  /// What Z takes up at the end of its way down.
+  void TakeUp();
+  /// What S lets go of at the end of its way.
+  void LetGo(Syringe::Release release);
+
+  /// Whether carrying out the command moves something, over a distance that isn't 0.
+  bool ReallyMoves(const Command& command) const;
+  /// The command ends half-way; gives what is told of it.
+  std::string StallIn(const Command& command);
+
   std::string WhyAxisLacks(Axis axis) const;
   std::string WhySliderLacks() const;
-  void Home(Axis axis);
 
-  MachineDescription description_;
-  WorkingState state_;
+  const MachineDescription description_;
+  const Heights heights_;
+  World world_;
+  const Safety safety_;
+  const Syringe syringe_;
+  CalibrationValues pending_;
   CalibrationValues calibrationMemory_;
+  bool remote_ = true;
+  Seconds time_{0};
+  std::optional<Line> line_;  // the line that is under way
+  bool stallNext_ = false;
 };
 
 }  // namespace Helmsway

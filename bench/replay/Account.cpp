@@ -1,6 +1,7 @@
 #include "bench/replay/Account.h"
 
 #include "bench/replay/FormSnapshot.h"
+#include "bench/replay/InstrumentWords.h"
 #include "bench/replay/LineDifference.h"
 #include "bench/replay/MessageWords.h"
 
@@ -102,11 +103,13 @@ void Account::IniWritten(std::string_view section, std::string_view key, std::st
 
 void Account::LineBegins(std::string_view line) { unfinishedLine_ = line; }
 
-void Account::LineEnded(std::string_view line, const Answer& answer) {
+void Account::LineEnded(std::string_view line, const Answer& answer, AnswerBy /*by*/) {
   out_ << (insideLine_ ? "  ... " : "  ") << line << " -> " << Outcome(answer) << '\n';
   unfinishedLine_.clear();
   insideLine_ = false;
 }
+
+void Account::FaultStruck(const Fault& fault) { Line() << "planned fault: " << Describe(fault) << '\n'; }
 
 void Account::MessageAnswered(const AnsweredMessage& message) {
   Line() << "message" << (message.icon == forms::MessageIcon::Exclamation ? " (!)" : "");
@@ -148,14 +151,27 @@ void Account::FormShown(const forms::ISurface& form, std::string_view statusText
   Line() << "status panel: " << statusText << '\n';
 }
 
-void Account::Ended(const CalibrationValues& calibrationMemory, std::string_view before, std::string_view after) {
+void Account::InstrumentShown(const InstrumentView& view) {
+  for (const std::string& line : InWords(view)) Line() << line << '\n';
+}
+
+void Account::ScoreShown(const Score& score) {
+  for (const std::string& line : InWords(score)) Line() << line << '\n';
+}
+
+void Account::Ended(const RunEnd& end) {
   if (!unfinishedLine_.empty()) Line() << "the run ended here\n";
   out_ << "\nCalibration memory of the instrument:\n";
-  for (const auto& [name, value] : calibrationMemory) out_ << "  " << name << " = " << value << '\n';
-  if (calibrationMemory.empty()) out_ << "  nothing\n";
+  for (const auto& [name, value] : end.calibrationMemory) out_ << "  " << name << " = " << value << '\n';
+  if (end.calibrationMemory.empty()) out_ << "  nothing\n";
+
+  if (end.score) {
+    out_ << "\nScore:\n";
+    for (const std::string& line : InWords(*end.score)) out_ << "  " << line << '\n';
+  }
 
   out_ << "\nChanges in Marivane.ini:\n";
-  const std::vector<std::string> difference = LineDifference(before, after);
+  const std::vector<std::string> difference = LineDifference(end.before, end.after);
   for (const std::string& line : difference) out_ << line << '\n';
   if (difference.empty()) out_ << "  none\n";
   out_.flush();

@@ -23,11 +23,14 @@ class Account final : public IReport {
   void FocusSet() override;
   void IniWritten(std::string_view section, std::string_view key, std::string_view value) override;
   void LineBegins(std::string_view line) override;
-  void LineEnded(std::string_view line, const Answer& answer) override;
+  void LineEnded(std::string_view line, const Answer& answer, AnswerBy by) override;
+  void FaultStruck(const Fault& fault) override;
   void MessageAnswered(const AnsweredMessage& message) override;
   void MemberRead(std::string_view name, const MemberValue& value) override;
   void FormShown(const forms::ISurface& form, std::string_view statusText) override;
-  void Ended(const CalibrationValues& calibrationMemory, std::string_view before, std::string_view after) override;
+  void InstrumentShown(const InstrumentView& view) override;
+  void ScoreShown(const Score& score) override;
+  void Ended(const RunEnd& end) override;
 
  private:
   /// The start of a line of the account, indented below the action or command line that it belongs to.

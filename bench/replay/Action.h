@@ -27,6 +27,13 @@ enum class ActionKind : std::uint8_t {
   Refuse,
   Fail,
   Reply,
+  Seed,
+  PlanFault,
+  ShowInstrument,
+  ShowScore,
+  PowerCycle,
+  RemoteOn,
+  RemoteOff,
   During,
   LinkDown,
   LinkUp,
@@ -48,10 +55,15 @@ struct Action {
   std::string text;
   /// The words that differ from script to script (names, prefixes, values), without quotes, in their order.
   std::vector<std::string> arguments;
-  /// Index of a button or a list's entry, or a number of lines.
+  /// Index of a button or a list's entry, a number of lines, a seed; of a fault the number of its line, 0 where it has
+  /// a prefix instead.
   std::int32_t number = 0;
+  /// Of a fault: seconds of the instrument's time; 0 where the action doesn't say.
+  double seconds = 0;
   /// The action is one of the host or the operator upon the form, and ignored where there is no form.
   bool needsForm = false;
+  /// The action is possible on the simulated instrument only.
+  bool needsSimulated = false;
   /// Of a `during`: the one action that waits for the line. Empty otherwise.
   std::vector<Action> waiting;
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <limits>
 #include <string_view>
 
@@ -13,7 +14,7 @@ namespace {
 
 using Words = std::span<const ScriptWord>;
 
-enum class Needs : std::uint8_t { Form, Nothing };
+enum class Needs : std::uint8_t { Form, Simulated, Nothing };
 enum class In : std::uint8_t { Script, ScriptAndDuring };
 
 /// How one action is written: its fixed words, then, in capitals, what stands for a word that differs, in brackets
@@ -46,6 +47,20 @@ constexpr auto Forms = std::to_array<ActionForm>({
     {"instrument refuse PREFIX [COUNT]", Refuse, Needs::Nothing, In::ScriptAndDuring},
     {"instrument fail PREFIX [COUNT]", Fail, Needs::Nothing, In::ScriptAndDuring},
     {"instrument reply PREFIX TEXT", Reply, Needs::Nothing, In::ScriptAndDuring},
+    {"instrument seed SEED [lost-steps]", Seed, Needs::Simulated, In::ScriptAndDuring},
+    {"instrument fault refuse LINE", PlanFault, Needs::Simulated, In::ScriptAndDuring},
+    {"instrument fault fail LINE", PlanFault, Needs::Simulated, In::ScriptAndDuring},
+    {"instrument fault late LINE SECONDS", PlanFault, Needs::Simulated, In::ScriptAndDuring},
+    {"instrument fault silent LINE [SECONDS]", PlanFault, Needs::Simulated, In::ScriptAndDuring},
+    {"instrument fault link LINE SECONDS", PlanFault, Needs::Simulated, In::ScriptAndDuring},
+    {"instrument fault garble LINE", PlanFault, Needs::Simulated, In::ScriptAndDuring},
+    {"instrument fault stall LINE", PlanFault, Needs::Simulated, In::ScriptAndDuring},
+    {"instrument fault power-cycle LINE", PlanFault, Needs::Simulated, In::ScriptAndDuring},
+    {"instrument show", ShowInstrument, Needs::Simulated, In::ScriptAndDuring},
+    {"instrument score", ShowScore, Needs::Simulated, In::ScriptAndDuring},
+    {"instrument power-cycle", PowerCycle, Needs::Simulated, In::ScriptAndDuring},
+    {"instrument remote on", RemoteOn, Needs::Simulated, In::ScriptAndDuring},
+    {"instrument remote off", RemoteOff, Needs::Simulated, In::ScriptAndDuring},
     {"during PREFIX ACTION", During, Needs::Nothing, In::Script},
     {"link down", LinkDown, Needs::Nothing, In::ScriptAndDuring},
     {"link up", LinkUp, Needs::Nothing, In::ScriptAndDuring},
@@ -121,6 +136,33 @@ void TakeAnswer(Action& action, const ScriptWord& word) {
   action.arguments.push_back(word.text);
 }
 
+void TakeSeed(Action& action, const ScriptWord& word) {
+  action.number = ParseNumber(word);
+  // A number out of range has become the end of the range, and would be the same seed as others.
+  if (action.number < 0 || action.number == std::numeric_limits<std::int32_t>::max()) {
+    throw ScriptMistake("not a seed: " + word.raw + "; seeds are whole numbers from 0 to 2147483646");
+  }
+}
+
+void TakeLostSteps(Action& action, const ScriptWord& word) {
+  if (word.text != "lost-steps") throw ScriptMistake("behind a seed stands lost-steps or nothing, not " + word.raw);
+  action.arguments.push_back(word.text);
+}
+
+void TakeLine(Action& action, const ScriptWord& word) {
+  action.arguments.push_back(word.text);
+  if (!word.text.starts_with('#')) return;
+  action.number = ParseNumber({word.text.substr(1), word.raw});
+  if (action.number < 1) throw ScriptMistake("not the number of a line: " + word.raw + "; the first is #1");
+}
+
+void TakeSeconds(Action& action, const ScriptWord& word) {
+  const char* const end = word.text.data() + word.text.size();
+  const auto [stop, error] = std::from_chars(word.text.data(), end, action.seconds, std::chars_format::fixed);
+  if (stop == end && error == std::errc() && action.seconds > 0 && std::isfinite(action.seconds)) return;
+  throw ScriptMistake("not a number of seconds: " + word.raw);
+}
+
 void TakeText(Action& action, const ScriptWord& word) { action.arguments.push_back(word.text); }
 
 struct Variable {
@@ -136,6 +178,11 @@ constexpr auto Variables = std::to_array<Variable>({
     {"INDEX", TakeIndex},
     {"[COUNT]", TakeCount},
     {"ANSWER", TakeAnswer},
+    {"SEED", TakeSeed},
+    {"[lost-steps]", TakeLostSteps},
+    {"LINE", TakeLine},
+    {"SECONDS", TakeSeconds},
+    {"[SECONDS]", TakeSeconds},
     {"PREFIX", TakeText},
     {"TEXT", TakeText},
     {"SECTION", TakeText},
@@ -205,7 +252,9 @@ Action ParseAction(Words words) {
   action.kind = form.kind;
   action.text = JoinRaw(words);
   action.needsForm = form.needs == Needs::Form;
+  action.needsSimulated = form.needs == Needs::Simulated;
   if (form.kind == Refuse || form.kind == Fail) action.number = 1;
+  if (form.kind == PlanFault) action.arguments.push_back(words[2].text);
 
   std::size_t position = 0;
   for (const std::string_view expected : PatternWords(form)) {
@@ -215,6 +264,7 @@ Action ParseAction(Words words) {
     }
     if (expected == AllThatFollows) {
       action.waiting.push_back(ParseWaiting(words.subspan(position)));
+      action.needsSimulated = action.waiting.front().needsSimulated;
       return action;
     }
     for (const Variable& variable : Variables) {

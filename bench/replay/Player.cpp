@@ -7,6 +7,7 @@
 #include "bench/host/ConfigurationService.h"
 #include "bench/host/HostClasses.h"
 #include "bench/replay/MessageWords.h"
+#include "bench/replay/ScriptWords.h"
 
 namespace Helmsway {
 namespace {
@@ -19,6 +20,11 @@ using Line = HostConnection::Line;
 
 constexpr std::int16_t EjectStopButton = 1;
 constexpr std::int16_t StopButton = 16;
+constexpr std::int16_t ToolQuestionButton = 9;  // goes on behind the question whether the teach tool is installed
+constexpr std::int16_t EjectedHeadTakenButton = 11;
+constexpr std::string_view StageEmptyBox = "chkStageEmpty";
+/// So begins the message box that asks for a head and tips to be loaded.
+constexpr std::string_view LoadingAsked = "Please ensure that the following has been loaded";
 
 /// What the host's calls give doesn't matter to it: what they did shows in what the add-in does next.
 void Drop(Result /*result*/) {}
@@ -27,12 +33,11 @@ std::string Quoted(std::string_view text) { return '"' + std::string(text) + '"'
 
 }  // namespace
 
-Player::Player(const AddInLibrary& library, std::string marivaneIni, MakeInstrument makeInstrument, IReport& report)
-    : library_(library),
-      marivaneIni_(std::move(marivaneIni)),
-      makeInstrument_(std::move(makeInstrument)),
-      report_(report) {
+Player::Player(const AddInLibrary& library, std::string marivaneIni, InstrumentKind instrument, IReport& report)
+    : library_(library), marivaneIni_(std::move(marivaneIni)), report_(report), stand_(instrument, marivaneIni_) {
   *connection_.Out() = new HostConnection(*this, *this);
+  *losableConnection_.Out() = new LosableConnection(Ref<HelmswayCmds::IParentConnection>(connection_.Get()),
+                                                    [this] { return LinkReachable(); });
   *window_.Out() = new HostWindow(*this);
   Ref<HelmswayCmds::IIniService> files;
   *files.Out() = new ConfigurationService;
@@ -48,17 +53,19 @@ Player::~Player() {
 
 bool Player::Perform(const Action& action) {
   scriptLine_ = action.line;
-  try {
-    PerformReporting(action);
-  } catch (const std::exception& error) {
-    End(ExitStatus::Failed, error.what());
-  }
+  EndingOnFailure([&] { PerformReporting(action); });
   return !ended_;
 }
 
-const CalibrationValues& Player::CalibrationMemory() const {
-  static const CalibrationValues Nothing;
-  return instrument_ ? instrument_->CalibrationMemory() : Nothing;
+template <class Step>
+void Player::EndingOnFailure(Step step) {
+  try {
+    step();
+  } catch (const ScriptMistake& mistake) {
+    End(ExitStatus::ScriptError, mistake.what());
+  } catch (const std::exception& error) {
+    End(ExitStatus::Failed, error.what());
+  }
 }
 
 void Player::PerformReporting(const Action& action) {
@@ -68,6 +75,8 @@ void Player::PerformReporting(const Action& action) {
     report_.Ignored(action);
   } else if (action.needsForm) {
     DoToForm(action);
+  } else if (action.needsSimulated && action.kind != ActionKind::During) {
+    DoToInstrument(action);
   } else {
     Do(action);
   }
@@ -110,7 +119,7 @@ void Player::DoToForm(const Action& action) {
   bool done = true;
   switch (action.kind) {
     case ActionKind::GiveConnection:
-      Drop(form.PutObjectParent(connection_.Get()));
+      Drop(form.PutObjectParent(losableConnection_.Get()));
       break;
     case ActionKind::TakeConnection:
       Drop(form.PutObjectParent(nullptr));
@@ -156,6 +165,23 @@ void Player::DoToForm(const Action& action) {
       break;
   }
   if (!done && !silent_) report_.Ignored(action);
+}
+
+void Player::DoToInstrument(const Action& action) {
+  switch (action.kind) {
+    case ActionKind::Seed:
+      return stand_.Seed(action);
+    case ActionKind::PlanFault:
+      return stand_.PlanFault(action);
+    case ActionKind::ShowInstrument:
+      return report_.InstrumentShown(stand_.Training().Look());
+    case ActionKind::ShowScore:
+      return report_.ScoreShown(stand_.Training().CurrentScore());
+    case ActionKind::PowerCycle:
+      return stand_.Training().PowerCycle();
+    default:
+      return stand_.Training().SetRemote(action.kind == ActionKind::RemoteOn);
+  }
 }
 
 void Player::CreateAddIn() {
@@ -206,25 +232,56 @@ void Player::EditFile(const Action& action) {
 
 bool Player::ClickButton(std::int32_t index) {
   if (lineUnderWay_ && index != EjectStopButton && index != StopButton) return false;
-  return surface_->Click(surface_->Find("cmdButton", static_cast<std::int16_t>(index)));
+  const bool outer = std::exchange(registeringTool_, index == ToolQuestionButton);
+  const bool done = surface_->Click(surface_->Find("cmdButton", static_cast<std::int16_t>(index)));
+  registeringTool_ = outer;
+  if (done && index == EjectedHeadTakenButton) ClearEjectPosition();
+  return done;
+}
+
+void Player::ClearEjectPosition() {
+  if (TrainingInstrument* const training = stand_.TrainingIfMade())
+    OperatorHands::ClearEjectPosition(training->Machine());
 }
 
 bool Player::SetChecked(const std::string& box, bool checked) {
-  return surface_->SetChecked(surface_->Find(box, forms::NoIndex), checked);
+  const bool done = surface_->SetChecked(surface_->Find(box, forms::NoIndex), checked);
+  if (done && checked && box == StageEmptyBox) ClearEjectPosition();
+  return done;
 }
 
-IInstrument& Player::Instrument() {
-  if (!instrument_) instrument_ = makeInstrument_();
-  return *instrument_;
-}
-
-Answer Player::Execute(std::string_view line) {
-  std::optional<Answer> refusal = instrumentScript_.TakeRefusal(line);
-  Answer answer = refusal ? *std::move(refusal) : Instrument().Execute(line);
+Player::Ending Player::Execute(std::string_view line) {
+  const std::optional<Answer> refusal = instrumentScript_.TakeRefusal(line);
+  if (!refusal) BeginAtInstrument(line);
   for (const Action& action : instrumentScript_.TakeWaiting(line)) PerformReporting(action);
+  if (refusal) return {*refusal, AnswerBy::Script};
+  Answer answer = stand_.Instrument().End(StopRequested());
   const std::string* const reply = instrumentScript_.ReplyTo(line);
   if (answer.result == Answer::Result::Ok && reply != nullptr) answer.reply = *reply;
-  return answer;
+  return {std::move(answer), AnswerBy::Instrument};
+}
+
+void Player::BeginAtInstrument(std::string_view line) {
+  IInstrument& instrument = stand_.Instrument();
+  TrainingInstrument* const training = stand_.TrainingIfMade();
+  if (training != nullptr && surface_ != nullptr) hands_.LoadPickedRack(*surface_, training->Machine());
+  instrument.Begin(line);
+  const Fault* const fault = training == nullptr ? nullptr : training->FaultUnderWay();
+  if (fault != nullptr) report_.FaultStruck(*fault);
+}
+
+bool Player::StopRequested() {
+  Boolean requested = HelmswayCmds::False;
+  Drop(connection_->Link().GetStopRequested(&requested));
+  return requested != HelmswayCmds::False;
+}
+
+bool Player::LinkReachable() noexcept {
+  bool reachable = true;
+  EndingOnFailure([&] {
+    if (TrainingInstrument* const training = stand_.TrainingIfMade()) reachable = training->TryLink();
+  });
+  return reachable;
 }
 
 void Player::End(ExitStatus status, std::string what) {
@@ -254,22 +311,26 @@ void Player::FocusSet() noexcept {
 }
 
 void Player::IniWritten(std::string_view section, std::string_view key, std::string_view value) noexcept {
-  if (!silent_) report_.IniWritten(section, key, value);
+  if (silent_) return;
+  report_.IniWritten(section, key, value);
+  // Who registers the teach tool has put it on.
+  TrainingInstrument* const training = stand_.TrainingIfMade();
+  if (training == nullptr || !registeringTool_ || section != "HeadType" || key != "Installed") return;
+  EndingOnFailure([&] { training->Machine().PutOnModule(std::string(value)); });
 }
 
 Result Player::Send(std::string_view line, std::string& reply, bool& accepted) noexcept {
   if (silent_) return Result::Failed;
   const bool outerLine = std::exchange(lineUnderWay_, true);
-  Answer answer{Answer::Result::Failed, "", ""};
-  try {
+  Ending ending{{Answer::Result::Failed, "", ""}, AnswerBy::Instrument};
+  EndingOnFailure([&] {
     report_.LineBegins(line);
-    answer = Execute(line);
-  } catch (const std::exception& error) {
-    End(ExitStatus::Failed, error.what());
-  }
+    ending = Execute(line);
+  });
   lineUnderWay_ = outerLine;
   if (silent_) return Result::Failed;
-  report_.LineEnded(line, answer);
+  Answer& answer = ending.answer;
+  report_.LineEnded(line, answer, ending.by);
   if (answer.result == Answer::Result::Failed) return Result::Failed;
   accepted = answer.result == Answer::Result::Ok;
   if (accepted) reply = std::move(answer.reply);
@@ -295,6 +356,10 @@ forms::MessageAnswer Player::Show(std::string_view title, std::string_view text,
     }
   }
   report_.MessageAnswered({title, text, buttons, icon, answer});
+  TrainingInstrument* const training = stand_.TrainingIfMade();
+  if (training != nullptr && surface_ != nullptr && text.starts_with(LoadingAsked)) {
+    EndingOnFailure([&] { hands_.LoadRequirements(*surface_, training->Machine()); });
+  }
   return answer;
 }
 

@@ -1,8 +1,6 @@
 #pragma once
 
 #include <deque>
-#include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,7 +17,11 @@
 #include "bench/instrument/Instrument.h"
 #include "bench/replay/Action.h"
 #include "bench/replay/ExitStatus.h"
+#include "bench/replay/InstrumentKind.h"
 #include "bench/replay/InstrumentScript.h"
+#include "bench/replay/InstrumentStand.h"
+#include "bench/replay/LosableConnection.h"
+#include "bench/replay/OperatorHands.h"
 #include "bench/replay/Report.h"
 #include "forms/Surface.h"
 
@@ -38,11 +40,9 @@ struct EarlyEnd {
 /// written and no line reaches the instrument.
 class Player final : private IHostListener, ICommandSink, forms::IObserver, forms::IMessageBoxes {
  public:
-  using MakeInstrument = std::function<std::unique_ptr<IInstrument>()>;
-
-  /// `marivaneIni` is the file that `file set` and `file remove` edit. The instrument is made when the first line
-  /// reaches it. Library and report must outlive the player.
-  Player(const AddInLibrary& library, std::string marivaneIni, MakeInstrument makeInstrument, IReport& report);
+  /// `marivaneIni` is the file that the instrument is made of and that `file set` and `file remove` edit. Library and
+  /// report must outlive the player.
+  Player(const AddInLibrary& library, std::string marivaneIni, InstrumentKind instrument, IReport& report);
   Player(const Player&) = delete;
   Player& operator=(const Player&) = delete;
   /// Releases what there still is of the add-in; nothing of that is reported.
@@ -54,12 +54,15 @@ class Player final : private IHostListener, ICommandSink, forms::IObserver, form
   /// Set once the run can't go on.
   const std::optional<EarlyEnd>& Ended() const { return ended_; }
   /// Empty while the instrument hasn't been reached.
-  const CalibrationValues& CalibrationMemory() const;
+  const CalibrationValues& CalibrationMemory() const { return stand_.CalibrationMemory(); }
+  /// Empty while the simulated instrument hasn't been reached.
+  std::optional<Score> CurrentScore() const { return stand_.CurrentScore(); }
 
  private:
   void PerformReporting(const Action& action);
   void Do(const Action& action);
   void DoToForm(const Action& action);
+  void DoToInstrument(const Action& action);
   void CreateAddIn();
   void ReleaseAddIn();
   void ReadMember(const std::string& name);
@@ -68,9 +71,20 @@ class Player final : private IHostListener, ICommandSink, forms::IObserver, form
   /// Each gives False when the operator can't do that now.
   bool ClickButton(std::int32_t index);
   bool SetChecked(const std::string& box, bool checked);
+  void ClearEjectPosition();
 
-  IInstrument& Instrument();
-  Answer Execute(std::string_view line);
+  struct Ending {
+    Answer answer;
+    AnswerBy by = AnswerBy::Instrument;
+  };
+
+  Ending Execute(std::string_view line);
+  void BeginAtInstrument(std::string_view line);
+  bool StopRequested();
+  bool LinkReachable() noexcept;
+  /// Runs `step`; what it throws ends the run.
+  template <class Step>
+  void EndingOnFailure(Step step);
   void End(ExitStatus status, std::string what);
 
   void StatusTextWritten(std::string_view text) noexcept override;
@@ -90,19 +104,21 @@ class Player final : private IHostListener, ICommandSink, forms::IObserver, form
 
   const AddInLibrary& library_;
   const std::string marivaneIni_;
-  const MakeInstrument makeInstrument_;
   IReport& report_;
 
   OrvelCalibrateS::Ref<HostConnection> connection_;
+  OrvelCalibrateS::Ref<LosableConnection> losableConnection_;  // what the add-in gets
   OrvelCalibrateS::Ref<HostWindow> window_;
   OrvelCalibrateS::Ref<HostIniService> iniService_;
-  std::unique_ptr<IInstrument> instrument_;
+  InstrumentStand stand_;
+  OperatorHands hands_;
   InstrumentScript instrumentScript_;
   std::deque<forms::MessageAnswer> answers_;
 
   std::optional<AddInSession> session_;
   forms::ISurface* surface_ = nullptr;  // while the form is loaded
   bool lineUnderWay_ = false;
+  bool registeringTool_ = false;
   bool silent_ = false;  // nothing is reported any more
   std::size_t scriptLine_ = 0;
   std::optional<EarlyEnd> ended_;

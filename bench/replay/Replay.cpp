@@ -1,15 +1,11 @@
 #include "bench/replay/Replay.h"
 
 #include <fstream>
-#include <memory>
 #include <sstream>
 #include <stdexcept>
 
 #include "bench/host/AddInLibrary.h"
 #include "bench/host/AtomicFile.h"
-#include "bench/instrument/AcceptingInstrument.h"
-#include "bench/instrument/DescribeMachine.h"
-#include "bench/instrument/SimulatedMarivane.h"
 #include "bench/replay/Account.h"
 #include "bench/replay/Interruption.h"
 #include "bench/replay/Player.h"
@@ -44,20 +40,15 @@ std::string BytesOf(const fs::path& file) {
   return contents.bytes;
 }
 
-Player::MakeInstrument MakerOf(InstrumentKind kind, const fs::path& marivaneIni) {
-  if (kind == InstrumentKind::Accepting) return [] { return std::make_unique<AcceptingInstrument>(); };
-  return [marivaneIni] { return std::make_unique<SimulatedMarivane>(DescribeMachine(marivaneIni)); };
-}
-
 std::optional<EarlyEnd> Play(const Script& script, const ReplayOptions& options, IReport& report) {
   const RunFolder folder(options.addIn, options.configuration, options.workOn);
   const AddInLibrary library(folder.Library());
   const std::string before = BytesOf(folder.MarivaneIni());
-  Player player(library, folder.MarivaneIni().string(), MakerOf(options.instrument, folder.MarivaneIni()), report);
+  Player player(library, folder.MarivaneIni().string(), options.instrument, report);
   for (const Action& action : script.actions) {
     if (Interruption::Requested() || !player.Perform(action)) break;
   }
-  report.Ended(player.CalibrationMemory(), before, BytesOf(folder.MarivaneIni()));
+  report.Ended({player.CalibrationMemory(), player.CurrentScore(), before, BytesOf(folder.MarivaneIni())});
   return player.Ended();
 }
 
@@ -71,7 +62,8 @@ void Tell(std::ostream& err, const std::string& script, std::size_t line, const 
 }
 
 ExitStatus ReplayTo(std::ostream& target, const std::string& text, const ReplayOptions& options, std::ostream& err) {
-  const Script script = ParseScript(text);
+  Script script = ParseScript(text);
+  if (options.instrument == InstrumentKind::Accepting) ForbidSimulatedOnly(script);
   for (const ScriptError& error : script.errors) Tell(err, options.script, error.line, error.what);
   if (!script.errors.empty()) return ExitStatus::ScriptError;
 

@@ -7,14 +7,10 @@
 #include <string>
 
 #include "bench/replay/ExitStatus.h"
+#include "bench/replay/InstrumentKind.h"
 #include "bench/replay/RunFolder.h"
 
 namespace Helmsway {
-
-enum class InstrumentKind {
-  Simulated,  ///< the simulated Marivane, which refuses what it can't do
-  Accepting,  ///< accepts every line at once, with an empty reply
-};
 
 enum class OutputFormat {
   JsonLines,  ///< the trace, for programs

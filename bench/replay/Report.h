@@ -1,11 +1,15 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
 
+#include "bench/instrument/FaultPlan.h"
 #include "bench/instrument/Instrument.h"
+#include "bench/instrument/Score.h"
+#include "bench/instrument/TrainingInstrument.h"
 #include "bench/replay/Action.h"
 #include "forms/Surface.h"
 
@@ -22,6 +26,17 @@ struct AnsweredMessage {
 
 /// What the host can read of the add-in.
 using MemberValue = std::variant<bool, std::int32_t, std::string>;
+
+/// Who has settled how a line ended.
+enum class AnswerBy { Instrument, Script };
+
+/// What is left when a run is over.
+struct RunEnd {
+  const CalibrationValues& calibrationMemory;
+  const std::optional<Score>& score;  ///< of a run that has reached the simulated instrument
+  std::string_view before;            ///< bytes of the configuration file
+  std::string_view after;
+};
 
 /// Is told of a run while it goes on, in the order in which things happen. Texts are valid for the length of the call.
 class IReport {
@@ -40,14 +55,19 @@ class IReport {
 
   /// What is told between these two took place while the line was under way.
   virtual void LineBegins(std::string_view line) = 0;
-  virtual void LineEnded(std::string_view line, const Answer& answer) = 0;
+  virtual void LineEnded(std::string_view line, const Answer& answer, AnswerBy by) = 0;
+  /// A planned fault goes for the line that has just begun.
+  virtual void FaultStruck(const Fault& fault) = 0;
 
   virtual void MessageAnswered(const AnsweredMessage& message) = 0;
   virtual void MemberRead(std::string_view name, const MemberValue& value) = 0;
   virtual void FormShown(const forms::ISurface& form, std::string_view statusText) = 0;
 
-  /// The run is over, early or not. `before` and `after` are the bytes of the configuration file.
-  virtual void Ended(const CalibrationValues& calibrationMemory, std::string_view before, std::string_view after) = 0;
+  virtual void InstrumentShown(const InstrumentView& view) = 0;
+  virtual void ScoreShown(const Score& score) = 0;
+
+  /// The run is over, early or not.
+  virtual void Ended(const RunEnd& end) = 0;
 
  protected:
   ~IReport() = default;

@@ -49,4 +49,13 @@ Script ParseScript(std::string_view text) {
   return script;
 }
 
+void ForbidSimulatedOnly(Script& script) {
+  for (const Action& action : script.actions) {
+    if (!action.needsSimulated) continue;
+    script.errors.push_back({action.line, "this needs the simulated instrument: " + action.text});
+  }
+  std::stable_sort(script.errors.begin(), script.errors.end(),
+                   [](const ScriptError& left, const ScriptError& right) { return left.line < right.line; });
+}
+
 }  // namespace Helmsway

@@ -26,4 +26,7 @@ struct Script {
 
 Script ParseScript(std::string_view text);
 
+/// Adds an error for each action that only the simulated instrument makes possible.
+void ForbidSimulatedOnly(Script& script);
+
 }  // namespace Helmsway

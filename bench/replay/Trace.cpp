@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "bench/replay/FormSnapshot.h"
+#include "bench/replay/InstrumentSnapshot.h"
 #include "bench/replay/MessageWords.h"
 
 namespace Helmsway {
@@ -53,10 +54,15 @@ void Trace::IniWritten(std::string_view section, std::string_view key, std::stri
 
 void Trace::LineBegins(std::string_view line) { Write(out_, "send", {{"line", line}}); }
 
-void Trace::LineEnded(std::string_view line, const Answer& answer) {
+void Trace::LineEnded(std::string_view line, const Answer& answer, AnswerBy by) {
   const std::string_view reply = answer.result == Answer::Result::Ok ? std::string_view(answer.reply) : "";
-  Write(out_, "sent", {{"line", line}, {"result", NameOf(answer.result)}, {"reply", reply}});
+  Json members = {{"line", line}, {"result", NameOf(answer.result)}, {"reply", reply}};
+  if (by == AnswerBy::Instrument && !answer.reason.empty()) members["reason"] = answer.reason;
+  Write(out_, "sent", members);
 }
+
+// What the fault does shows in what follows.
+void Trace::FaultStruck(const Fault& /*fault*/) {}
 
 void Trace::MessageAnswered(const AnsweredMessage& message) {
   Write(out_, "message",
@@ -77,9 +83,10 @@ void Trace::FormShown(const forms::ISurface& form, std::string_view statusText) 
   Write(out_, "form", FormSnapshot(form, statusText));
 }
 
-void Trace::Ended(const CalibrationValues& /*calibrationMemory*/, std::string_view /*before*/,
-                  std::string_view /*after*/) {
-  out_.flush();
-}
+void Trace::InstrumentShown(const InstrumentView& view) { Write(out_, "instrument", InstrumentSnapshot(view)); }
+
+void Trace::ScoreShown(const Score& score) { Write(out_, "score", ScoreSnapshot(score)); }
+
+void Trace::Ended(const RunEnd& /*end*/) { out_.flush(); }
 
 }  // namespace Helmsway

@@ -4,25 +4,26 @@
 #include <initializer_list>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "bench/instrument/AcceptingInstrument.h"
 #include "bench/instrument/SimulatedMarivane.h"
+#include "tests/instrument/BenchModel.h"
 
 namespace Helmsway {
 namespace {
 
 using Result = Answer::Result;
 
+/// Limits of all kinds; no step has a length, so that nothing is in any way.
 MachineDescription ModelWithXAxis() {
-  return {.hasSlider = true,
-          .axes = {{Axis::X, {-100, 9000}},
-                   {Axis::Y, {0, 7000}},
-                   {Axis::Z, {-20000, -50}},
-                   {Axis::S, {200, 4000}},
-                   {Axis::SdX, {0, 800}},
-                   {Axis::SdY, {-5, 600}}},
-          .firmware = "2.10.33"};
+  MachineDescription model;
+  model.hasSlider = true;
+  model.axes = {{Axis::X, {-100, 9000}}, {Axis::Y, {0, 7000}},  {Axis::Z, {-20000, -50}},
+                {Axis::S, {200, 4000}},  {Axis::SdX, {0, 800}}, {Axis::SdY, {-5, 600}}};
+  model.firmware = "2.10.33";
+  return model;
 }
 
 MachineDescription ModelWithoutXAxis() {
@@ -35,7 +36,7 @@ MachineDescription ModelWithoutXAxis() {
 void ExpectAccepted(SimulatedMarivane& instrument, std::initializer_list<const char*> lines) {
   for (const char* line : lines) {
     SCOPED_TRACE(line);
-    const auto answer = instrument.Execute(line);
+    const auto answer = Execute(instrument, line);
     EXPECT_EQ(answer.result, Result::Ok) << answer.reason;
     EXPECT_EQ(answer.reason, "");
   }
@@ -52,7 +53,7 @@ void ExpectRefused(SimulatedMarivane& instrument, const std::vector<Refusal>& re
     SCOPED_TRACE(refusal.line);
     const auto stateBefore = instrument.State();
     const auto memoryBefore = instrument.CalibrationMemory();
-    const auto answer = instrument.Execute(refusal.line);
+    const auto answer = Execute(instrument, refusal.line);
     EXPECT_EQ(answer.result, Result::Refused);
     EXPECT_EQ(answer.reply, "");
     EXPECT_EQ(answer.reason, refusal.reason);
@@ -61,13 +62,20 @@ void ExpectRefused(SimulatedMarivane& instrument, const std::vector<Refusal>& re
   }
 }
 
+MachineState::AxisState StateOf(const SimulatedMarivane& instrument, Axis axis) {
+  for (const auto& state : instrument.State().axes) {
+    if (state.name == NameOf(axis)) return state;
+  }
+  return {};
+}
+
 std::optional<std::int32_t> PositionOf(const SimulatedMarivane& instrument, Axis axis) {
-  return instrument.State().axes.at(axis).position;
+  return StateOf(instrument, axis).position;
 }
 
 TEST(SimulatedMarivane, HomingPutsEachAxisAtZeroOrAsNearAsItsLimitsLetIt) {
   SimulatedMarivane instrument(ModelWithXAxis());
-  for (const auto& [axis, state] : instrument.State().axes) EXPECT_EQ(state.position, std::nullopt) << NameOf(axis);
+  for (const auto& axis : instrument.State().axes) EXPECT_EQ(axis.position, std::nullopt) << axis.name;
   ExpectAccepted(instrument, {"HOME ALL"});
   EXPECT_EQ(PositionOf(instrument, Axis::X), 0);
   EXPECT_EQ(PositionOf(instrument, Axis::Y), 0);
@@ -110,11 +118,13 @@ TEST(SimulatedMarivane, AMoveReachesBothLimitsAndNotBeyond) {
 
 TEST(SimulatedMarivane, TheSliderIsClosedAtFirstAndTellsItsState) {
   SimulatedMarivane instrument(ModelWithXAxis());
-  EXPECT_EQ(instrument.Execute("STATUS SLIDER").reply, "SLIDER CLOSED");
+  ExpectRefused(instrument, {{"MOVE SLIDER_OPEN", "the slider can't open: axis X is not homed"}});
+  ExpectAccepted(instrument, {"HOME ALL"});
+  EXPECT_EQ(Execute(instrument, "STATUS SLIDER").reply, "SLIDER CLOSED");
   ExpectAccepted(instrument, {"MOVE SLIDER_OPEN"});
-  EXPECT_EQ(instrument.Execute("STATUS SLIDER").reply, "SLIDER OPEN");
+  EXPECT_EQ(Execute(instrument, "STATUS SLIDER").reply, "SLIDER OPEN");
   ExpectAccepted(instrument, {"MOVE SLIDER_OPEN", "MOVE SLIDER_CLOSED"});
-  EXPECT_EQ(instrument.Execute("STATUS SLIDER").reply, "SLIDER CLOSED");
+  EXPECT_EQ(Execute(instrument, "STATUS SLIDER").reply, "SLIDER CLOSED");
 }
 
 TEST(SimulatedMarivane, WhatTheModelLacksIsRefused) {
@@ -143,20 +153,25 @@ TEST(SimulatedMarivane, AMalformedLineIsRefusedWithItsReason) {
 
 TEST(SimulatedMarivane, SpeedsAndCollisionDetectionStayAsSet) {
   SimulatedMarivane instrument(ModelWithXAxis());
-  EXPECT_EQ(instrument.State().zCollisionDetection, CollisionDetection::On);
+  EXPECT_TRUE(instrument.State().zCollisionDetection);
   ExpectAccepted(instrument, {"SET_SPEED S 300", "SET_SPEED Z 500", "HW_Z_COLLISION OFF", "HOME ALL"});
-  EXPECT_EQ(instrument.State().axes.at(Axis::S).speed, 300);
-  EXPECT_EQ(instrument.State().axes.at(Axis::Z).speed, 500);
-  EXPECT_EQ(instrument.State().zCollisionDetection, CollisionDetection::Off);
+  EXPECT_EQ(StateOf(instrument, Axis::S).speed, 300);
+  EXPECT_EQ(StateOf(instrument, Axis::Z).speed, 500);
+  EXPECT_FALSE(instrument.State().zCollisionDetection);
   ExpectAccepted(instrument, {"SET_SPEED Z 1000", "HW_Z_COLLISION ON"});
-  EXPECT_EQ(instrument.State().axes.at(Axis::S).speed, 300);
-  EXPECT_EQ(instrument.State().axes.at(Axis::Z).speed, 1000);
-  EXPECT_EQ(instrument.State().zCollisionDetection, CollisionDetection::On);
+  EXPECT_EQ(StateOf(instrument, Axis::S).speed, 300);
+  EXPECT_EQ(StateOf(instrument, Axis::Z).speed, 1000);
+  EXPECT_TRUE(instrument.State().zCollisionDetection);
+}
+
+std::string Reply(MachineDescription model, const char* line) {
+  SimulatedMarivane instrument(std::move(model));
+  return Execute(instrument, line).reply;
 }
 
 TEST(SimulatedMarivane, RevTellsTheFirmware) {
-  EXPECT_EQ(SimulatedMarivane(ModelWithXAxis()).Execute("REV").reply, "MARIVANE 2.10.33");
-  EXPECT_EQ(SimulatedMarivane({}).Execute("REV").reply, "MARIVANE");
+  EXPECT_EQ(Reply(ModelWithXAxis(), "REV"), "MARIVANE 2.10.33");
+  EXPECT_EQ(Reply({}, "REV"), "MARIVANE");
 }
 
 TEST(SimulatedMarivane, SaveMergesThePendingValuesIntoTheMemory) {
@@ -170,7 +185,7 @@ TEST(SimulatedMarivane, SaveMergesThePendingValuesIntoTheMemory) {
   ExpectAccepted(instrument, {"SET_CALIBRATION SAVE"});
   EXPECT_EQ(instrument.CalibrationMemory(),
             (CalibrationValues{{"AspirateOrigin_8Ch_125_S", "600"}, {"TipEject_8Ch_125_S", "-30"}}));
-  EXPECT_TRUE(instrument.State().pendingCalibration.empty());
+  EXPECT_TRUE(instrument.State().pending.empty());
 
   ExpectAccepted(instrument,
                  {"SET_CALIBRATION AspirateOrigin_8Ch_125_S 601", "SET_CALIBRATION AspirateOrigin_8Ch_125_S 602",
@@ -180,19 +195,78 @@ TEST(SimulatedMarivane, SaveMergesThePendingValuesIntoTheMemory) {
                                                                {"TipEject_8Ch_125_S", "-30"}}));
 }
 
-TEST(SimulatedMarivane, APowerCycleLeavesNothingButTheMemory) {
+TEST(SimulatedMarivane, APowerCycleLeavesTheMemoryAndWhatStandsWhere) {
   SimulatedMarivane instrument(ModelWithXAxis());
-  const auto fresh = instrument.State();
+  auto expected = instrument.State();
   ExpectAccepted(instrument,
-                 {"HOME ALL", "MOVE Y 70", "MOVE SLIDER_OPEN", "SET_SPEED S 300", "HW_Z_COLLISION OFF",
+                 {"HOME ALL", "MOVE Y 7000", "MOVE SLIDER_OPEN", "SET_SPEED S 300", "HW_Z_COLLISION OFF",
                   "SET_CALIBRATION TipEject_8Ch_125_S -30", "SET_CALIBRATION SAVE",
                   "SET_CALIBRATION TipEject_8Ch_125_S -31", "SET_CALIBRATION AspirateOrigin_8Ch_125_S 600"});
+  expected.time = instrument.State().time;
+  expected.slider = "open";
+  expected.memory = {{"TipEject_8Ch_125_S", "-30"}};
   instrument.PowerCycle();
-  EXPECT_TRUE(instrument.State() == fresh);
+  EXPECT_TRUE(instrument.State() == expected);
   ExpectRefused(instrument, {{"MOVE Y 70", "axis Y is not homed"}});
-
   ExpectAccepted(instrument, {"SET_CALIBRATION SAVE"});
-  EXPECT_EQ(instrument.CalibrationMemory(), (CalibrationValues{{"TipEject_8Ch_125_S", "-30"}}));
+  EXPECT_EQ(instrument.CalibrationMemory(), expected.memory);
+
+  ExpectAccepted(instrument, {"HOME ALL"});
+  instrument.Begin("MOVE Y 70");
+  instrument.PowerCycle();
+  EXPECT_EQ(instrument.End(false).result, Result::Failed);
+  ExpectRefused(instrument, {{"MOVE Y 70", "axis Y is not homed"}});
+}
+
+TEST(SimulatedMarivane, InLocalModeItOnlyAnswersQuestions) {
+  SimulatedMarivane instrument(ModelWithXAxis());
+  instrument.SetRemote(false);
+  ExpectAccepted(instrument, {"REV", "STATUS SLIDER"});
+  for (const char* line : {"HOME ALL", "SET_SPEED S 300", "SET_CALIBRATION SAVE"}) {
+    ExpectRefused(instrument, {{line, "the instrument is not in remote mode"}});
+  }
+  ExpectRefused(instrument, {{"REV 1", "nothing may follow REV, but \"1\" does"}});
+  instrument.SetRemote(true);
+  ExpectAccepted(instrument, {"HOME ALL"});
+}
+
+TEST(SimulatedMarivane, AMoveTakesTheTimeOfItsDistanceAndSpeed) {
+  SimulatedMarivane instrument(BenchModel());
+  struct Row {
+    const char* line;
+    double seconds;
+  };
+  for (const Row& row :
+       {Row{"HOME ALL", 12}, Row{"MOVE X 500", 0.5}, Row{"MOVE X 500", 0}, Row{"MOVE X 100", 0.4},
+        Row{"MOVE S -100", 0.5}, Row{"SET_SPEED S 50", 0}, Row{"MOVE S 0", 2}, Row{"MOVE SLIDER_OPEN", 2},
+        Row{"MOVE SLIDER_OPEN", 0}, Row{"HOME S", 4}, Row{"MOVE X 30000", 0}, Row{"STATUS SLIDER", 0}}) {
+    const Seconds before = instrument.State().time;
+    Execute(instrument, row.line);
+    EXPECT_NEAR((instrument.State().time - before).count(), row.seconds, 1e-9) << row.line;
+  }
+  instrument.Pass(Seconds(0.25));
+  EXPECT_NEAR(instrument.State().time.count(), 21.65, 1e-9);
+}
+
+TEST(SimulatedMarivane, AStalledAxisStandsBetweenAndMustBeHomed) {
+  SimulatedMarivane instrument(BenchModel());
+  ExpectAccepted(instrument, {"HOME ALL", "MOVE X 100"});
+  const Seconds before = instrument.State().time;
+  instrument.Begin("MOVE X 1100");
+  instrument.Stall();
+  const auto answer = instrument.End(false);
+  EXPECT_EQ(answer.result, Result::Refused);
+  EXPECT_EQ(answer.reason, "axis X stalled half-way from 100 to 1100, and must be homed");
+  EXPECT_NEAR((instrument.State().time - before).count(), 0.5, 1e-9);
+  ExpectRefused(instrument, {{"MOVE X 100", "axis X is not homed"}});
+  ExpectAccepted(instrument, {"MOVE Y 10"});
+
+  // Announced between two lines, it waits for something that really moves; the way on begins at 600.
+  ExpectAccepted(instrument, {"HOME ALL"});
+  instrument.Stall();
+  ExpectAccepted(instrument, {"STATUS SLIDER", "MOVE Y 0"});
+  EXPECT_EQ(Execute(instrument, "MOVE Y 500").reason, "axis Y stalled half-way from 0 to 500, and must be homed");
+  ExpectAccepted(instrument, {"MOVE X 100"});
 }
 
 TEST(AcceptingInstrument, AcceptsWhateverItGetsAndKeepsNothing) {
@@ -200,7 +274,7 @@ TEST(AcceptingInstrument, AcceptsWhateverItGetsAndKeepsNothing) {
   for (const char* line :
        {"MOVE Q x", "", "STATUS SLIDER", "SET_CALIBRATION TipEject_8Ch_125_S -30", "SET_CALIBRATION SAVE"}) {
     SCOPED_TRACE(line);
-    const auto answer = instrument.Execute(line);
+    const auto answer = Execute(instrument, line);
     EXPECT_EQ(answer.result, Result::Ok);
     EXPECT_EQ(answer.reply, "");
   }
