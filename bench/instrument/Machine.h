@@ -1,17 +1,14 @@
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "bench/instrument/Clock.h"
 #include "bench/instrument/Instrument.h"
 
 namespace Helmsway {
-
-/// Time as the instrument keeps it: virtual, and passing only where somebody lets it.
-using Seconds = std::chrono::duration<double>;
 
 /// All that can be seen of a machine, for people and for the trace.
 struct MachineState {

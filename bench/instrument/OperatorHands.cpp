@@ -49,7 +49,7 @@ void SimulatedMarivane::ClearStage(const std::string& positionName) {
 
 MachineState SimulatedMarivane::State() const {
   MachineState state;
-  state.time = time_;
+  state.time = clock_->Now();
   state.remote = remote_;
   for (const auto& [axis, axisState] : world_.motion.Axes()) {
     const auto position = axisState.homed ? std::optional(axisState.at) : std::nullopt;

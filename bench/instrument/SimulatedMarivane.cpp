@@ -24,8 +24,9 @@ bool IsQuestion(const Command& command) {
 
 }  // namespace
 
-SimulatedMarivane::SimulatedMarivane(MachineDescription description)
-    : description_(std::move(description)),
+SimulatedMarivane::SimulatedMarivane(MachineDescription description, std::unique_ptr<IClock> clock)
+    : clock_(std::move(clock)),
+      description_(std::move(description)),
       heights_(description_),
       world_(StartOf(description_)),
       safety_(description_, heights_, world_),
@@ -98,20 +99,20 @@ std::string SimulatedMarivane::WhyNot(const SetZCollisionDetection& /*command*/)
 std::string SimulatedMarivane::WhyNot(const AskSliderState& /*command*/) const { return WhySliderLacks(); }
 
 std::string SimulatedMarivane::Perform(const HomeAll& /*command*/) {
-  time_ += Motion::HomeAllTime;
+  clock_->Wait(Motion::HomeAllTime);
   world_.motion.HomeAll();
   return {};
 }
 
 std::string SimulatedMarivane::Perform(const HomeS& /*command*/) {
-  time_ += Motion::HomeSTime;
+  clock_->Wait(Motion::HomeSTime);
   world_.motion.Home(Axis::S);
   return {};
 }
 
 std::string SimulatedMarivane::Perform(const MoveAxis& command) {
   const auto [axis, target] = command;
-  time_ += world_.motion.TimeTo(axis, target);
+  clock_->Wait(world_.motion.TimeTo(axis, target));
   if (axis == Axis::S) {
     const auto release = syringe_.ReleaseAt(target);
     const bool blocked = !syringe_.WhyNotRelease(target).empty();
@@ -170,7 +171,7 @@ void SimulatedMarivane::LetGo(Syringe::Release release) {
 }
 
 std::string SimulatedMarivane::Perform(const MoveSlider& command) {
-  if (command.target != world_.slider) time_ += Motion::SliderTime;
+  if (command.target != world_.slider) clock_->Wait(Motion::SliderTime);
   world_.slider = command.target;
   return {};
 }
@@ -215,22 +216,22 @@ std::string SimulatedMarivane::StallIn(const Command& command) {
   if (const auto* const move = std::get_if<MoveAxis>(&command)) {
     const auto from = motion.At(move->axis);
     const auto halfWay = static_cast<std::int32_t>((std::int64_t{from} + move->target) / 2);
-    time_ += motion.TimeTo(move->axis, halfWay);
+    clock_->Wait(motion.TimeTo(move->axis, halfWay));
     motion.Go(move->axis, halfWay);
     motion.Lose(move->axis);
     return Called(move->axis) + " stalled half-way from " + std::to_string(from) + " to " +
            std::to_string(move->target) + ", and must be homed";
   }
   if (std::holds_alternative<MoveSlider>(command)) {
-    time_ += Motion::SliderTime / 2;
+    clock_->Wait(Motion::SliderTime / 2);
     return "the slider stalled half-way and went back";
   }
   if (std::holds_alternative<HomeS>(command)) {
-    time_ += Motion::HomeSTime / 2;
+    clock_->Wait(Motion::HomeSTime / 2);
     motion.Lose(Axis::S);
     return "axis S stalled on its way home";
   }
-  time_ += Motion::HomeAllTime / 2;
+  clock_->Wait(Motion::HomeAllTime / 2);
   for (const auto& [axis, description] : description_.axes) motion.Lose(axis);
   return "the axes stalled on their way home";
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -21,7 +22,8 @@ namespace Helmsway {
 class SimulatedMarivane final : public IMachine {
  public:
   /// Switched on for the first time, in remote mode, with nothing homed and an empty calibration memory.
-  explicit SimulatedMarivane(MachineDescription description);
+  explicit SimulatedMarivane(MachineDescription description,
+                             std::unique_ptr<IClock> clock = std::make_unique<VirtualClock>());
   SimulatedMarivane(const SimulatedMarivane&) = delete;
   SimulatedMarivane& operator=(const SimulatedMarivane&) = delete;
 
@@ -31,7 +33,7 @@ class SimulatedMarivane final : public IMachine {
   const CalibrationValues& CalibrationMemory() const override { return calibrationMemory_; }
 
   MachineState State() const override;
-  void Pass(Seconds time) override { time_ += time; }
+  void Pass(Seconds time) override { clock_->Wait(time); }
   void Stall() override;
   void PowerCycle() override;
   void SetRemote(bool remote) override { remote_ = remote; }
@@ -85,6 +87,7 @@ class SimulatedMarivane final : public IMachine {
   std::string WhyAxisLacks(Axis axis) const;
   std::string WhySliderLacks() const;
 
+  const std::unique_ptr<IClock> clock_;
   const MachineDescription description_;
   const Heights heights_;
   World world_;
@@ -93,7 +96,6 @@ class SimulatedMarivane final : public IMachine {
   CalibrationValues pending_;
   CalibrationValues calibrationMemory_;
   bool remote_ = true;
-  Seconds time_{0};
   std::optional<Line> line_;  // the line that is under way
   bool stallNext_ = false;
 };
