@@ -1,11 +1,8 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <utility>
 
 #include "addin/config/Configuration.h"
 #include "tests/support/FakeIniService.h"
@@ -27,15 +24,6 @@ struct TestConfiguration {
 /// An item line that holds the text at that place, and nothing at the places in front of it.
 inline std::string LineWith(std::size_t place, std::string_view text) {
   return std::string(place, ',') + std::string(text);
-}
-
-/// Reads a line that holds True at one of the places and nothing in front of it; that field alone must be True.
-template <class Record, std::size_t Count, class Read>
-void ExpectFlagsAtPlaces(const std::pair<std::size_t, bool Record::*> (&flags)[Count], const Read& read) {
-  for (const auto& [place, field] : flags) {
-    const Record record = read(LineWith(place, "True"));
-    for (const auto& [otherPlace, other] : flags) EXPECT_EQ(record.*other, otherPlace == place) << place;
-  }
 }
 
 }  // namespace OrvelCalibrateS::Testing

@@ -12,110 +12,103 @@
 
 namespace OrvelCalibrateS::Testing {
 
+using HelmswayCmds::Boolean;
+using HelmswayCmds::Result;
+using Lines = std::vector<std::string>;
+
+/// Takes over an object that has just been made.
+template <class Interface>
+Ref<Interface> Adopt(Implements<Interface>* object) {
+  Ref<Interface> held;
+  *held.Out() = object;
+  return held;
+}
+
 /// A host that writes down, in order, everything the add-in does to it: "stop False", "active True", "send HOME ALL",
 /// "sent HOME ALL", "status Home all", "changed False", "focus". Lines can be refused, fail outright, or have something
 /// happen while they are under way.
 struct FakeHost {
   enum class Outcome { Ok, Refused, Failed };
 
-  std::vector<std::string> Log;
+  Lines Log;
   bool StopRequested = false;
   bool LinkDown = false;
-  bool StatusFails = false;
   std::map<std::string, Outcome> Outcomes;                 ///< by whole line
   std::map<std::string, std::string> Replies;              ///< by whole line
   std::map<std::string, std::function<void()>> Meanwhile;  ///< by whole line, each time
 
-  class DeviceLink final : public Implements<HelmswayCmds::IDeviceLink> {
-   public:
-    explicit DeviceLink(FakeHost& host) : host_(host) {}
-    HelmswayCmds::Result SendCommand(HelmswayCmds::Text command, HelmswayCmds::ITextTarget& reply, std::int32_t third,
-                                     HelmswayCmds::Boolean* ok) noexcept override {
-      const std::string line(AsView(command));
-      host_.Log.push_back("send " + line + (third == 0 ? "" : " with a third argument"));
-      if (const auto found = host_.Meanwhile.find(line); found != host_.Meanwhile.end()) found->second();
-      const auto found = host_.Outcomes.find(line);
-      const Outcome outcome = found == host_.Outcomes.end() ? Outcome::Ok : found->second;
-      host_.Log.push_back("sent " + line);
-      if (outcome == Outcome::Failed) return HelmswayCmds::Result::Failed;
-      *ok = outcome == Outcome::Ok ? HelmswayCmds::True : HelmswayCmds::False;
-      return outcome == Outcome::Ok ? reply.Assign(AsText(host_.Replies[line])) : HelmswayCmds::Result::Ok;
+  /// The command lines in the log.
+  Lines Sent() const {
+    Lines lines;
+    for (const std::string& entry : Log) {
+      if (entry.starts_with("send ")) lines.push_back(entry.substr(5));
     }
-    HelmswayCmds::Result GetStopRequested(HelmswayCmds::Boolean* value) noexcept override {
-      *value = host_.StopRequested ? HelmswayCmds::True : HelmswayCmds::False;
-      return HelmswayCmds::Result::Ok;
-    }
-    HelmswayCmds::Result PutStopRequested(HelmswayCmds::Boolean value) noexcept override {
-      host_.StopRequested = value != HelmswayCmds::False;
-      host_.Log.push_back(host_.StopRequested ? "stop True" : "stop False");
-      return HelmswayCmds::Result::Ok;
-    }
-    HelmswayCmds::Result PutAddInActive(HelmswayCmds::Boolean value) noexcept override {
-      host_.Log.push_back(value != HelmswayCmds::False ? "active True" : "active False");
-      return HelmswayCmds::Result::Ok;
-    }
-
-   private:
-    FakeHost& host_;
-  };
-
-  class Connection final : public Implements<HelmswayCmds::IParentConnection> {
-   public:
-    explicit Connection(FakeHost& host) : host_(host) {}
-    HelmswayCmds::Result GetDeviceLink(HelmswayCmds::IDeviceLink** link) noexcept override {
-      if (host_.LinkDown) return HelmswayCmds::Result::Failed;
-      *link = new DeviceLink(host_);
-      return HelmswayCmds::Result::Ok;
-    }
-
-   private:
-    FakeHost& host_;
-  };
-
-  class StatusPanel final : public Implements<HelmswayCmds::IStatusPanel> {
-   public:
-    explicit StatusPanel(FakeHost& host) : host_(host) {}
-    HelmswayCmds::Result PutText(HelmswayCmds::Text text) noexcept override {
-      if (host_.StatusFails) return HelmswayCmds::Result::Failed;
-      host_.Log.push_back("status " + std::string(AsView(text)));
-      return HelmswayCmds::Result::Ok;
-    }
-
-   private:
-    FakeHost& host_;
-  };
-
-  class Window final : public Implements<HelmswayCmds::IHostWindow> {
-   public:
-    explicit Window(FakeHost& host) : host_(host) {}
-    HelmswayCmds::Result GetStatusBar(HelmswayCmds::IStatusBar** /*statusBar*/) noexcept override {
-      return HelmswayCmds::Result::Failed;  // tests hand over the panel itself
-    }
-    HelmswayCmds::Result PutChanged(HelmswayCmds::Boolean value) noexcept override {
-      host_.Log.push_back(value != HelmswayCmds::False ? "changed True" : "changed False");
-      return HelmswayCmds::Result::Ok;
-    }
-    HelmswayCmds::Result SetFocus() noexcept override {
-      host_.Log.push_back("focus");
-      return HelmswayCmds::Result::Ok;
-    }
-
-   private:
-    FakeHost& host_;
-  };
-
-  template <class Object>
-  auto Make() {
-    return Adopt(new Object(*this));
+    return lines;
   }
 
- private:
+  Result Note(const std::string& what, Boolean value) {
+    Log.push_back(what + (value == HelmswayCmds::False ? " False" : " True"));
+    return Result::Ok;
+  }
+
   template <class Interface>
-  static Ref<Interface> Adopt(Implements<Interface>* object) {
-    Ref<Interface> held;
-    *held.Out() = object;
-    return held;
-  }
+  struct Object : Implements<Interface> {
+    explicit Object(FakeHost& host) : Host(host) {}
+    FakeHost& Host;
+  };
+
+  struct DeviceLink final : Object<HelmswayCmds::IDeviceLink> {
+    using Object::Object;
+    Result SendCommand(HelmswayCmds::Text command, HelmswayCmds::ITextTarget& reply, std::int32_t third,
+                       Boolean* ok) noexcept override {
+      const std::string line(AsView(command));
+      Host.Log.push_back("send " + line + (third == 0 ? "" : " with a third argument"));
+      if (const auto found = Host.Meanwhile.find(line); found != Host.Meanwhile.end()) found->second();
+      const auto found = Host.Outcomes.find(line);
+      const Outcome outcome = found == Host.Outcomes.end() ? Outcome::Ok : found->second;
+      Host.Log.push_back("sent " + line);
+      if (outcome == Outcome::Failed) return Result::Failed;
+      *ok = outcome == Outcome::Ok ? HelmswayCmds::True : HelmswayCmds::False;
+      return outcome == Outcome::Ok ? reply.Assign(AsText(Host.Replies[line])) : Result::Ok;
+    }
+    Result GetStopRequested(Boolean* value) noexcept override {
+      *value = Host.StopRequested ? HelmswayCmds::True : HelmswayCmds::False;
+      return Result::Ok;
+    }
+    Result PutStopRequested(Boolean value) noexcept override {
+      Host.StopRequested = value != HelmswayCmds::False;
+      return Host.Note("stop", value);
+    }
+    Result PutAddInActive(Boolean value) noexcept override { return Host.Note("active", value); }
+  };
+
+  struct Connection final : Object<HelmswayCmds::IParentConnection> {
+    using Object::Object;
+    Result GetDeviceLink(HelmswayCmds::IDeviceLink** link) noexcept override {
+      if (Host.LinkDown) return Result::Failed;
+      *link = new DeviceLink(Host);
+      return Result::Ok;
+    }
+  };
+
+  struct StatusPanel final : Object<HelmswayCmds::IStatusPanel> {
+    using Object::Object;
+    Result PutText(HelmswayCmds::Text text) noexcept override {
+      Host.Log.push_back("status " + std::string(AsView(text)));
+      return Result::Ok;
+    }
+  };
+
+  struct Window final : Object<HelmswayCmds::IHostWindow> {
+    using Object::Object;
+    // Tests hand over the panel itself.
+    Result GetStatusBar(HelmswayCmds::IStatusBar**) noexcept override { return Result::Failed; }
+    Result PutChanged(Boolean value) noexcept override { return Host.Note("changed", value); }
+    Result SetFocus() noexcept override {
+      Host.Log.emplace_back("focus");
+      return Result::Ok;
+    }
+  };
 };
 
 }  // namespace OrvelCalibrateS::Testing

@@ -1,19 +1,14 @@
 #pragma once
 
-#include <algorithm>
-#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-#include "addin/base/Implements.h"
-#include "addin/base/Ref.h"
-#include "addin/base/Texts.h"
 #include "addin/config/Conversions.h"
 #include "addin/config/IniFiles.h"
-#include "addin/contract/HelmswayCmds.h"
+#include "tests/support/FakeHost.h"
 
 namespace OrvelCalibrateS::Testing {
 
@@ -27,34 +22,34 @@ class FakeIniService final : public Implements<HelmswayCmds::IIniService> {
   bool ReadsFail = false;
   bool WritesFail = false;
   bool SplitsFail = false;
-  std::vector<std::string> Reads;   ///< "Section/Key", in order
-  std::vector<std::string> Writes;  ///< "Section/Key=value", in order
+  Lines Reads;   ///< "Section/Key", in order
+  Lines Writes;  ///< "Section/Key=value", in order
 
   /// Sets keys of Marivane.ini.
   void Set(std::string_view section, const std::vector<std::pair<std::string_view, std::string_view>>& values) {
     for (const auto& [key, value] : values) Marivane[Name(section, key)] = value;
   }
 
-  HelmswayCmds::Result ReadIni(HelmswayCmds::Text section, HelmswayCmds::Text key, HelmswayCmds::Text filePath,
-                               HelmswayCmds::Text defaultValue, HelmswayCmds::ITextTarget& value) noexcept override {
-    if (ReadsFail) return HelmswayCmds::Result::Failed;
+  Result ReadIni(HelmswayCmds::Text section, HelmswayCmds::Text key, HelmswayCmds::Text filePath,
+                 HelmswayCmds::Text defaultValue, HelmswayCmds::ITextTarget& value) noexcept override {
+    if (ReadsFail) return Result::Failed;
     Reads.push_back(std::string(AsView(section)) + "/" + std::string(AsView(key)));
     const auto& file = FileOf(filePath);
     const auto found = file.find(Name(AsView(section), AsView(key)));
     return value.Assign(found == file.end() ? defaultValue : AsText(found->second));
   }
 
-  HelmswayCmds::Result WriteIni(HelmswayCmds::Text section, HelmswayCmds::Text key, HelmswayCmds::Text filePath,
-                                HelmswayCmds::Text value) noexcept override {
-    if (WritesFail) return HelmswayCmds::Result::Failed;
+  Result WriteIni(HelmswayCmds::Text section, HelmswayCmds::Text key, HelmswayCmds::Text filePath,
+                  HelmswayCmds::Text value) noexcept override {
+    if (WritesFail) return Result::Failed;
     FileOf(filePath)[Name(AsView(section), AsView(key))] = AsView(value);
     Writes.push_back(std::string(AsView(section)) + "/" + std::string(AsView(key)) + "=" + std::string(AsView(value)));
-    return HelmswayCmds::Result::Ok;
+    return Result::Ok;
   }
 
-  HelmswayCmds::Result SplitText(HelmswayCmds::ITextListTarget& parts, HelmswayCmds::Text separator,
-                                 HelmswayCmds::Text text, std::int32_t* count) noexcept override {
-    if (SplitsFail) return HelmswayCmds::Result::Failed;
+  Result SplitText(HelmswayCmds::ITextListTarget& parts, HelmswayCmds::Text separator, HelmswayCmds::Text text,
+                   std::int32_t* count) noexcept override {
+    if (SplitsFail) return Result::Failed;
     std::vector<HelmswayCmds::Text> pieces;
     const std::string_view mark = AsView(separator);
     std::string_view rest = AsView(text);
@@ -79,15 +74,8 @@ class FakeIniService final : public Implements<HelmswayCmds::IIniService> {
 /// The two files over a fake service, and the service itself to set up and look into.
 struct FakeFiles {
   FakeIniService* Service = new FakeIniService();
-  Ref<HelmswayCmds::IIniService> Held = Take(Service);
+  Ref<HelmswayCmds::IIniService> Held = Adopt<HelmswayCmds::IIniService>(Service);
   IniFiles Files{[this] { return Held; }, "/addin"};
-
- private:
-  static Ref<HelmswayCmds::IIniService> Take(FakeIniService* service) {
-    Ref<HelmswayCmds::IIniService> held;
-    *held.Out() = service;
-    return held;
-  }
 };
 
 }  // namespace OrvelCalibrateS::Testing

@@ -1,11 +1,14 @@
 #pragma once
 
-#include <cstdint>
+#include <array>
 #include <deque>
 #include <functional>
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "addin/wizard/frmAddIn.h"
@@ -18,28 +21,20 @@ namespace OrvelCalibrateS::Testing {
 /// answer by their most careful button, and one that has OK only doesn't touch the queue.
 class QueuedMessageBoxes final : public forms::IMessageBoxes {
  public:
-  struct Box {
-    std::string Title;
-    std::string Text;
-    forms::MessageButtons Buttons;
-    forms::MessageIcon Icon;
-  };
-
   explicit QueuedMessageBoxes(FakeHost& host) : host_(host) {}
 
-  std::vector<Box> Shown;
+  Lines Shown;  ///< "ok-cancel exclamation Text"
   std::deque<forms::MessageAnswer> Answers;
   std::function<void()> Meanwhile;  ///< happens while a box is up, each time
 
   forms::MessageAnswer Show(std::string_view title, std::string_view text, forms::MessageButtons buttons,
                             forms::MessageIcon icon) noexcept override {
-    Shown.push_back({std::string(title), std::string(text), buttons, icon});
+    constexpr std::array words{"ok ", "ok-cancel ", "yes-no "};
+    const std::string mark = icon == forms::MessageIcon::None ? "none " : "exclamation ";
+    Shown.push_back(words.at(static_cast<std::size_t>(buttons)) + mark + std::string(text));
     host_.Log.push_back("message " + std::string(title));
     if (Meanwhile) Meanwhile();
-    if (buttons == forms::MessageButtons::Ok) return forms::MessageAnswer::Ok;
-    if (Answers.empty()) {
-      return buttons == forms::MessageButtons::YesNo ? forms::MessageAnswer::No : forms::MessageAnswer::Cancel;
-    }
+    if (buttons == forms::MessageButtons::Ok || Answers.empty()) return forms::CarefulAnswer(buttons);
     const forms::MessageAnswer answer = Answers.front();
     Answers.pop_front();
     return answer;
@@ -49,13 +44,17 @@ class QueuedMessageBoxes final : public forms::IMessageBoxes {
   FakeHost& host_;
 };
 
-/// What one send leaves in the host's log.
-inline std::string Line(const std::string& line) {
-  return "stop False\nactive True\nsend " + line + "\nsent " + line + "\n";
+/// What one send leaves in the host's log, and what happens while the line is under way.
+inline std::string Line(const std::string& line, const std::string& meanwhile = "") {
+  return "stop False\nactive True\nsend " + line + "\n" + meanwhile + "sent " + line + "\n";
 }
 /// The same with a press of Stop while the line is under way.
-inline std::string StoppedLine(const std::string& line) {
-  return "stop False\nactive True\nsend " + line + "\nstop False\nstop True\nsent " + line + "\n";
+inline std::string StoppedLine(const std::string& line) { return Line(line, "stop False\nstop True\n"); }
+/// What the sends of the lines from one number to in front of another leave there.
+inline std::string Span(const Lines& lines, std::size_t from, std::size_t to) {
+  std::string text;
+  for (std::size_t i = from; i < to; ++i) text += Line(lines[i]);
+  return text;
 }
 
 /// The loaded wizard over an example configuration and a fake host, worked through its surface as by an operator.
@@ -72,40 +71,33 @@ struct Wizard {
 
   Wizard() {
     FakeIniService& ini = Ini();
-    ini.Set("DeviceType",
-            {{"Installed", "2"}, {"Item2", "\"Marivane SD\",True,\"text\""}, {"SDXYEncoderMMStepFactorOff", "1"}});
+    // clang-format off
+    ini.Set("DeviceType", {{"Installed", "2"}, {"Item2", "\"Marivane\",True,t"}, {"SDXYEncoderMMStepFactorOff", "1"}});
     ini.Set("CageType", {{"Installed", "1"}, {"Item1", "\"Cage\""}});
     ini.Set("Device_Type2_Cage1", {{"Axis1", "X,0.1,1,2,3,0,9000,0,0,0,0,0,1,-1,150"},
                                    {"Axis2", "Z,0.01,1,2,3,0,9000,0,0,0,0,0,-1,1,-500"},
                                    {"Axis3", "S,0.05,1,2,3,0,9000,0,0,0,0,0,1,-1,0"},
                                    {"Axis4", "SDX,0.02,1,2,3,0,401,0,0,0,0,0,1,-1,0"},
                                    {"Axis5", "SDY,0.02,1,2,3,-37,900,0,0,0,0,0,1,-1,0"}});
-    ini.Set("HeadType", {{"Installed", "2"},
-                         {"SDTeachToolOffsetMM", "5"},
-                         {"SDHeadEjectOffsetMM", "1"},
-                         {"Item1", TeachTool},
-                         {"Item2",
-                          "\"8 Channel\",SERIALDILUTE,1.50,125,0,8,2,True,0,1,77,11,600,1.5,3.25,-4,8_CH,1,"
-                          "\"note\",0,2.5"},
+    ini.Set("HeadType", {{"Installed", "2"}, {"SDTeachToolOffsetMM", "5"}, {"SDHeadEjectOffsetMM", "1"},
+                         {"Item1", TeachTool}, {"Item2", EightChannels},
                          {"Item3", "\"96 Channel\",MICROTITER,0,300,0,96,0,0,0,0,0,0,7,1,0,0,96_CH,0,\"\",0,0"},
                          {"Item4", "\"1 Channel\",SERIALDILUTE,0,12.5,0,1,0,0,0,0,0,0,590,2,0,0,1_CH,0,\"\",0,0"}});
     ini.Set("NestType", {{"Installed", "2"}, {"Item1", "\"Nest A\",STAGE4"}, {"Item2", "\"Nest B\",STAGE5"}});
     ini.Set("PlateType", {{"Item1", "\"Rack A\",TIPRACK"}, {"Item2", "\"Plate\",PLATE"}, {"Item5", "Rack B,TIPRACK"}});
-    ini.Set("TipType", {{"Installed", "4"},
-                        {"Item1", "\"Tip A\",SERIALDILUTE"},
-                        {"Item2", "\"Tip B\",MICROTITER"},
+    ini.Set("TipType", {{"Installed", "4"}, {"Item1", "\"Tip A\",SERIALDILUTE"}, {"Item2", "\"Tip B\",MICROTITER"},
                         {"Item4", "\"Tip D\",SERIALDILUTE"}});
-    ini.Set("Position_2", {{"Item1", "STAGE1,\"Left rack\",TIPRACK"},
-                           {"Item2", "STAGE2,\"Plate stage\",PLATE"},
+    ini.Set("Position_2", {{"Item1", "STAGE1,\"Left rack\",TIPRACK"}, {"Item2", "STAGE2,\"Plate stage\",PLATE"},
                            {"Item3", "STAGE3,\"Right rack\",TIPRACK"}});
+    // clang-format on
     Host.Replies["STATUS SLIDER"] = "SLIDER CLOSED";
     Load();
   }
-  Wizard(const Wizard&) = delete;
-  Wizard& operator=(const Wizard&) = delete;
 
   static constexpr const char* TeachTool =
       "\"Teach Tool\",CALIBRATE,0,0,0,1,0,0,0,0,0,0,50,0,0,0,1_CH_SHORT,0,\"\",0,0";
+  static constexpr const char* EightChannels =
+      "\"8 Channel\",SERIALDILUTE,1.50,125,0,8,2,True,0,1,77,11,600,1.5,3.25,-4,8_CH,1,\"note\",0,2.5";
 
   FakeIniService& Ini() { return *Files.Service; }
   forms::ISurface& Screen() { return Form->Form(); }
@@ -113,29 +105,28 @@ struct Wizard {
   /// Loads the form anew and hands it the host, as at the add-in's start.
   void Load() {
     Form = frmAddIn::Load(Files.Files, Records);
-    Form->Host().ParentConnection = Host.Make<FakeHost::Connection>();
-    Form->Host().FormParent = Host.Make<FakeHost::Window>();
-    Form->Host().StatusPanel = Host.Make<FakeHost::StatusPanel>();
+    Form->Host().ParentConnection = Adopt<HelmswayCmds::IParentConnection>(new FakeHost::Connection(Host));
+    Form->Host().FormParent = Adopt<HelmswayCmds::IHostWindow>(new FakeHost::Window(Host));
+    Form->Host().StatusPanel = Adopt<HelmswayCmds::IStatusPanel>(new FakeHost::StatusPanel(Host));
     Screen().SetMessageBoxes(&Boxes);
   }
 
+  forms::ControlId Find(std::string_view name, std::int16_t index = forms::NoIndex) {
+    return Screen().Find(name, index);
+  }
   forms::ControlState State(std::string_view name, std::int16_t index = forms::NoIndex) {
-    return Screen().State(Screen().Find(name, index));
+    return Screen().State(Find(name, index));
   }
-  bool Press(std::int16_t button) { return Screen().Click(Screen().Find("cmdButton", button)); }
-  bool Check(std::string_view box, bool checked) {
-    return Screen().SetChecked(Screen().Find(box, forms::NoIndex), checked);
-  }
-  bool Pick(std::string_view list, std::int32_t entry) {
-    return Screen().Pick(Screen().Find(list, forms::NoIndex), entry);
-  }
+  bool Press(std::int16_t button) { return Screen().Click(Find("cmdButton", button)); }
+  bool Check(std::string_view box, bool checked) { return Screen().SetChecked(Find(box), checked); }
+  bool Pick(std::string_view list, std::int32_t entry) { return Screen().Pick(Find(list), entry); }
   std::string CurrentSteps() { return std::string(State("txtCurrentCollect").text); }
 
   std::string VisiblePanels() {
     std::string visible;
-    for (const char* panel :
-         {"fraInitial", "fraWarning", "fraEject", "fraDoEject", "fraEjectDone", "fraMove", "fraTest"}) {
-      if (State(panel).visible) visible += (visible.empty() ? "" : " ") + std::string(panel);
+    for (const auto& control : Form->Form().Controls()) {
+      if (control->Kind() != forms::ControlKind::Frame || !control->Visible()) continue;
+      visible += (visible.empty() ? "" : " ") + std::string(control->Name());
     }
     return visible;
   }
@@ -143,7 +134,7 @@ struct Wizard {
   std::string PressableButtons() {
     std::string buttons;
     for (std::int16_t index = 0; index <= 16; ++index) {
-      const forms::ControlId button = Screen().Find("cmdButton", index);
+      const forms::ControlId button = Find("cmdButton", index);
       if (button == forms::NoControl || !Screen().Reachable(button) || !Screen().State(button).enabled) continue;
       buttons += (buttons.empty() ? "" : " ") + std::to_string(index);
     }
@@ -151,12 +142,11 @@ struct Wizard {
   }
 
   /// Goes to the main page with the teach tool confirmed, and forgets what has been logged on the way.
-  Wizard& ToMainPage() {
+  void ToMainPage() {
     Press(10);
     Check("chkToolInstalled", true);
     Press(9);
     Forget();
-    return *this;
   }
   void Forget() {
     Host.Log.clear();
@@ -171,38 +161,21 @@ struct Wizard {
     for (const std::string& entry : Host.Log) text += entry + "\n";
     return text;
   }
-  /// The command lines among it.
-  std::vector<std::string> SentLines() const {
-    std::vector<std::string> lines;
-    for (const std::string& entry : Host.Log) {
-      if (entry.starts_with("send ")) lines.push_back(entry.substr(5));
-    }
-    return lines;
-  }
-  /// The last status text, as it stands in the panel now.
-  std::string Status() const {
-    std::string text;
-    for (const std::string& entry : Host.Log) {
-      if (entry.starts_with("status ")) text = entry.substr(7);
-    }
-    return text;
-  }
 
   void SetAxisS(const std::string& mmPerStep, const std::string& signs) {
     Ini().Set("Device_Type2_Cage1", {{"Axis3", "S," + mmPerStep + ",1,2,3,0,9000,0,0,0,0,0," + signs + ",0"}});
   }
 };
 
-using Lines = std::vector<std::string>;
-
 /// What a row of a table has happen before its action.
 using Given = std::function<void(Wizard&)>;
 
 inline void Nothing(Wizard&) {}
+/// On the main page and homed.
+inline void Homed(Wizard& wizard) { wizard.Press(5), wizard.Forget(); }
 inline void LinkDown(Wizard& wizard) { wizard.Host.LinkDown = true; }
 inline void NoStatusPanel(Wizard& wizard) { wizard.Form->Host().StatusPanel = {}; }
 inline void NoHostWindow(Wizard& wizard) { wizard.Form->Host().FormParent = {}; }
-inline void EmptyFile(Wizard& wizard) { wizard.Ini().Marivane.clear(); }
 inline void ReadsFail(Wizard& wizard) { wizard.Ini().ReadsFail = true; }
 inline void WritesFail(Wizard& wizard) { wizard.Ini().WritesFail = true; }
 inline void SplitsFail(Wizard& wizard) { wizard.Ini().SplitsFail = true; }
@@ -214,9 +187,6 @@ inline Given StopDuring(const std::string& line) {
 }
 inline Given Refuse(const std::string& line) {
   return [line](Wizard& wizard) { wizard.Host.Outcomes[line] = FakeHost::Outcome::Refused; };
-}
-inline Given LinkDownDuring(const std::string& line) {
-  return [line](Wizard& wizard) { wizard.Host.Meanwhile[line] = [&] { LinkDown(wizard); }; };
 }
 inline Given Both(const Given& first, const Given& second) {
   return [=](Wizard& wizard) { first(wizard), second(wizard); };
