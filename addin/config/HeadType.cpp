@@ -42,15 +42,16 @@ constexpr std::size_t placeCount = std::tuple_size_v<decltype(rows)>;
 
 struct VolumeClass {
   double volume;
+  std::string_view word;
   double ZCalibration::*tipMountDepth;
 };
 
 constexpr std::array<VolumeClass, 5> volumeClasses{{
-    {12.5, &ZCalibration::TipMountDepth12},
-    {30, &ZCalibration::TipMountDepth30},
-    {125, &ZCalibration::TipMountDepth125},
-    {300, &ZCalibration::TipMountDepth300},
-    {1250, &ZCalibration::TipMountDepth1250},
+    {12.5, "12", &ZCalibration::TipMountDepth12},
+    {30, "30", &ZCalibration::TipMountDepth30},
+    {125, "125", &ZCalibration::TipMountDepth125},
+    {300, "300", &ZCalibration::TipMountDepth300},
+    {1250, "1250", &ZCalibration::TipMountDepth1250},
 }};
 
 /// The tip mount depth of a volume class, compared exactly; 0 for any other volume.
@@ -95,6 +96,13 @@ std::vector<std::string> LineOf(const HeadType& head) {
 }
 
 }  // namespace
+
+std::string_view VolumeClassWord(double volume) {
+  for (const VolumeClass& row : volumeClasses) {
+    if (volume == row.volume) return row.word;
+  }
+  return {};
+}
 
 bool IsTeachTool(const HeadType& head) { return head.Kind == CalibrateKind && head.HeadCode == ShortOneChannelCode; }
 

@@ -47,6 +47,10 @@ inline constexpr std::string_view CalibrateKind = "CALIBRATE";
 inline constexpr std::string_view MicrotiterKind = "MICROTITER";
 inline constexpr std::string_view ShortOneChannelCode = "1_CH_SHORT";
 
+/// The volume class as calibration values name it: "12" for 12.5, "30", "125", "300", "1250"; compared exactly, empty
+/// for any other volume.
+std::string_view VolumeClassWord(double volume);
+
 /// The one-channel teach tool, with which the S axis is calibrated.
 bool IsTeachTool(const HeadType& head);
 

@@ -1,7 +1,5 @@
 #include "addin/wizard/SaveSAxisPositions.h"
 
-#include <array>
-
 #include "addin/config/Conversions.h"
 #include "addin/config/ItemSource.h"
 
@@ -18,30 +16,16 @@ constexpr std::string_view question =
     "\r\n"
     "Click [OK] to save these values.";
 
-/// The classes that the instrument's memory knows. A head of any other volume is saved in the file only.
-struct VolumeClass {
-  double volume;
-  std::string_view word;
-};
-
-constexpr std::array<VolumeClass, 5> volumeClasses{{
-    {12.5, "12"},
-    {30, "30"},
-    {125, "125"},
-    {300, "300"},
-    {1250, "1250"},
-}};
-
 bool IsConcerned(const HeadType& head) { return head.Kind == SerialDiluteKind || IsTeachTool(head); }
 
+/// A head of a volume without a class is saved in the file only.
 void AppendCalibrationLines(CommandText& text, const HeadType& head, const AxisRecord& axisS) {
-  for (const VolumeClass& row : volumeClasses) {
-    if (head.Volume != row.volume) continue;
-    Skip([&] {
-      text += Command::CalibrateTipEject(head.Channels, row.word, Divide(head.SPositionMM, axisS.MmPerStep));
-    });
-    Skip([&] { text += Command::CalibrateAspirateOrigin(head.Channels, row.word, head.SPosition); });
-  }
+  const std::string_view volumeClass = VolumeClassWord(head.Volume);
+  if (volumeClass.empty()) return;
+  Skip([&] {
+    text += Command::CalibrateTipEject(head.Channels, volumeClass, Divide(head.SPositionMM, axisS.MmPerStep));
+  });
+  text += Command::CalibrateAspirateOrigin(head.Channels, volumeClass, head.SPosition);
 }
 
 /// Writes each head concerned to the file, and collects what the instrument is to be told of them.

@@ -72,6 +72,9 @@ class IMachine : public IInstrument {
   /// A head that is on the module stays on it.
   virtual void PutInNest(const std::string& nestItem, const std::string& headItem) = 0;
 
+  /// The operator takes all heads out of the nest of that item number.
+  virtual void ClearNest(const std::string& nestItem) = 0;
+
   /// The operator takes away whatever stands on the stage position of that name, such as "STAGE6".
   virtual void ClearStage(const std::string& positionName) = 0;
 };

@@ -42,6 +42,12 @@ void SimulatedMarivane::PutInNest(const std::string& nestItem, const std::string
   world_.stage.Put(*found, *head);
 }
 
+void SimulatedMarivane::ClearNest(const std::string& nestItem) {
+  for (std::size_t i = 0; i < description_.slots.size(); ++i) {
+    if (description_.slots[i].nestItem == nestItem) world_.stage.Empty(i);
+  }
+}
+
 void SimulatedMarivane::ClearStage(const std::string& positionName) {
   world_.stage.TakeRack(positionName);
   if (positionName == description_.ejectPlace) world_.stage.TakeEjected();

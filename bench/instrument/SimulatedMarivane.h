@@ -40,6 +40,7 @@ class SimulatedMarivane final : public IMachine {
   void LoadRack(const std::string& positionItem, const std::string& plateItem, const std::string& tipItem) override;
   void PutOnModule(const std::string& headItem) override;
   void PutInNest(const std::string& nestItem, const std::string& headItem) override;
+  void ClearNest(const std::string& nestItem) override;
   void ClearStage(const std::string& positionName) override;
 
  private:

@@ -26,6 +26,7 @@ class Stage {
   const HeadType* HeadIn(std::size_t slot) const { return slots_.at(slot); }
   bool InSomeSlot(const HeadType& head) const;
   void Put(std::size_t slot, const HeadType& head) { slots_.at(slot) = &head; }
+  void Empty(std::size_t slot) { slots_.at(slot) = nullptr; }
   /// Takes the head out of wherever it stands.
   void TakeAway(const HeadType& head);
 

@@ -151,8 +151,9 @@ void Account::FormShown(const forms::ISurface& form, std::string_view statusText
   Line() << "status panel: " << statusText << '\n';
 }
 
-void Account::InstrumentShown(const InstrumentView& view) {
+void Account::InstrumentShown(const InstrumentView& view, const std::vector<MemoryDifference>& differences) {
   for (const std::string& line : InWords(view)) Line() << line << '\n';
+  for (const std::string& line : InWords(differences)) Line() << line << '\n';
 }
 
 void Account::ScoreShown(const Score& score) {
@@ -166,6 +167,8 @@ void Account::Ended(const RunEnd& end) {
   if (end.calibrationMemory.empty()) out_ << "  nothing\n";
 
   if (end.score) {
+    out_ << '\n';
+    for (const std::string& line : InWords(end.differences)) out_ << line << '\n';
     out_ << "\nScore:\n";
     for (const std::string& line : InWords(*end.score)) out_ << "  " << line << '\n';
   }

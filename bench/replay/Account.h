@@ -28,7 +28,7 @@ class Account final : public IReport {
   void MessageAnswered(const AnsweredMessage& message) override;
   void MemberRead(std::string_view name, const MemberValue& value) override;
   void FormShown(const forms::ISurface& form, std::string_view statusText) override;
-  void InstrumentShown(const InstrumentView& view) override;
+  void InstrumentShown(const InstrumentView& view, const std::vector<MemoryDifference>& differences) override;
   void ScoreShown(const Score& score) override;
   void Ended(const RunEnd& end) override;
 

@@ -32,7 +32,7 @@ Json ErrorSnapshot(const std::optional<Score::Error>& error) {
 
 double Thousandths(double value) { return std::round(value * 1000) / 1000 + 0.0; }
 
-Json InstrumentSnapshot(const InstrumentView& view) {
+Json InstrumentSnapshot(const InstrumentView& view, const std::vector<MemoryDifference>& differences) {
   const MachineState& machine = view.machine;
   Json snapshot;
   snapshot["time"] = Thousandths(machine.time.count());
@@ -46,6 +46,11 @@ Json InstrumentSnapshot(const InstrumentView& view) {
   for (const MachineState::Place& place : machine.places) snapshot["places"][place.name] = place.contents;
   snapshot["pending"] = Values(machine.pending);
   snapshot["memory"] = Values(machine.memory);
+  snapshot["differences"] = Json::array();
+  for (const MemoryDifference& difference : differences) {
+    const Json memory = difference.memory.empty() ? Json() : Json(difference.memory);
+    snapshot["differences"].push_back({{"name", difference.name}, {"file", difference.file}, {"memory", memory}});
+  }
   snapshot["damage"] = machine.damage;
   snapshot["edge"] = view.edge ? Json(Thousandths(*view.edge)) : Json();
   return snapshot;

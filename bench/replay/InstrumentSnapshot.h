@@ -1,13 +1,15 @@
 #pragma once
 
 #include <nlohmann/json.hpp>
+#include <vector>
 
+#include "bench/instrument/MemoryComparison.h"
 #include "bench/instrument/TrainingInstrument.h"
 
 namespace Helmsway {
 
 /// The members of the trace's `instrument` event, without its `event`.
-nlohmann::ordered_json InstrumentSnapshot(const InstrumentView& view);
+nlohmann::ordered_json InstrumentSnapshot(const InstrumentView& view, const std::vector<MemoryDifference>& differences);
 
 /// The members of the trace's `score` event, without its `event`.
 nlohmann::ordered_json ScoreSnapshot(const Score& score);

@@ -59,6 +59,21 @@ std::vector<std::string> InWords(const InstrumentView& view) {
   return lines;
 }
 
+std::vector<std::string> InWords(const std::vector<MemoryDifference>& differences) {
+  if (differences.empty()) return {"file and memory agree"};
+  std::vector<std::string> lines{"file and memory differ:"};
+  std::size_t missing = 0;
+  for (const MemoryDifference& difference : differences) {
+    if (difference.memory.empty()) {
+      ++missing;
+    } else {
+      lines.push_back("  " + difference.name + ": file " + difference.file + ", memory " + difference.memory);
+    }
+  }
+  if (missing > 0) lines.push_back("  the memory lacks " + std::to_string(missing) + " of the file's values");
+  return lines;
+}
+
 std::vector<std::string> InWords(const Score& score) {
   std::vector<std::string> lines;
   const char* const losses = score.seed.lostSteps == LostSteps::Some ? ", with lost steps" : "";

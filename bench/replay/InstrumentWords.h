@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/instrument/MemoryComparison.h"
 #include "bench/instrument/TrainingInstrument.h"
 
 /// The instrument in words, line by line, for people.
@@ -10,5 +11,7 @@ namespace Helmsway {
 
 std::vector<std::string> InWords(const InstrumentView& view);
 std::vector<std::string> InWords(const Score& score);
+/// Whether the configuration file and the instrument's memory agree, and where they don't.
+std::vector<std::string> InWords(const std::vector<MemoryDifference>& differences);
 
 }  // namespace Helmsway

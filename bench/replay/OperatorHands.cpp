@@ -41,6 +41,11 @@ void OperatorHands::LoadRequirements(const forms::ISurface& form, IMachine& mach
   LoadPickedRack(form, machine);
 }
 
+void OperatorHands::EmptyPickedNest(const forms::ISurface& form, IMachine& machine) {
+  constexpr std::array<std::string_view, 1> nestList = {"cboNestType"};
+  if (const auto nest = Picked(form, nestList)) machine.ClearNest(std::to_string(nest->front()));
+}
+
 void OperatorHands::ClearEjectPosition(IMachine& machine) {
   const MachineState state = machine.State();
   const bool hasX = std::any_of(state.axes.begin(), state.axes.end(),

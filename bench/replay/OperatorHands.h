@@ -20,6 +20,9 @@ class OperatorHands {
   /// Loads what the wizard asks to be loaded: the head into its nest, and the rack with fresh tips.
   void LoadRequirements(const forms::ISurface& form, IMachine& machine);
 
+  /// Empties the nest that is picked, as the wizard asks before the teach tool goes there.
+  static void EmptyPickedNest(const forms::ISurface& form, IMachine& machine);
+
   /// Takes away what stands where the wizard lets a head go on the stage.
   static void ClearEjectPosition(IMachine& machine);
 

@@ -22,8 +22,8 @@ constexpr std::int16_t EjectStopButton = 1;
 constexpr std::int16_t StopButton = 16;
 constexpr std::int16_t ToolQuestionButton = 9;  // goes on behind the question whether the teach tool is installed
 constexpr std::int16_t EjectedHeadTakenButton = 11;
-constexpr std::string_view StageEmptyBox = "chkStageEmpty";
 /// So begins the message box that asks for a head and tips to be loaded.
+constexpr std::string_view EmptyNestAsked = "Eject Teach Tool";
 constexpr std::string_view LoadingAsked = "Please ensure that the following has been loaded";
 
 /// What the host's calls give doesn't matter to it: what they did shows in what the add-in does next.
@@ -174,7 +174,7 @@ void Player::DoToInstrument(const Action& action) {
     case ActionKind::PlanFault:
       return stand_.PlanFault(action);
     case ActionKind::ShowInstrument:
-      return report_.InstrumentShown(stand_.Training().Look());
+      return report_.InstrumentShown(stand_.Training().Look(), CompareMemory(CalibrationMemory(), marivaneIni_));
     case ActionKind::ShowScore:
       return report_.ScoreShown(stand_.Training().CurrentScore());
     case ActionKind::PowerCycle:
@@ -245,9 +245,7 @@ void Player::ClearEjectPosition() {
 }
 
 bool Player::SetChecked(const std::string& box, bool checked) {
-  const bool done = surface_->SetChecked(surface_->Find(box, forms::NoIndex), checked);
-  if (done && checked && box == StageEmptyBox) ClearEjectPosition();
-  return done;
+  return surface_->SetChecked(surface_->Find(box, forms::NoIndex), checked);
 }
 
 Player::Ending Player::Execute(std::string_view line) {
@@ -337,6 +335,15 @@ Result Player::Send(std::string_view line, std::string& reply, bool& accepted) n
   return Result::Ok;
 }
 
+void Player::DoWhatBoxAsks(std::string_view title, std::string_view text, forms::MessageAnswer answer) {
+  TrainingInstrument* const training = stand_.TrainingIfMade();
+  if (training == nullptr || surface_ == nullptr) return;
+  if (text.starts_with(LoadingAsked)) hands_.LoadRequirements(*surface_, training->Machine());
+  if (title == EmptyNestAsked && answer == forms::MessageAnswer::Ok) {
+    OperatorHands::EmptyPickedNest(*surface_, training->Machine());
+  }
+}
+
 forms::MessageAnswer Player::Show(std::string_view title, std::string_view text, forms::MessageButtons buttons,
                                   forms::MessageIcon icon) noexcept {
   const forms::MessageAnswer careful = forms::CarefulAnswer(buttons);
@@ -356,10 +363,7 @@ forms::MessageAnswer Player::Show(std::string_view title, std::string_view text,
     }
   }
   report_.MessageAnswered({title, text, buttons, icon, answer});
-  TrainingInstrument* const training = stand_.TrainingIfMade();
-  if (training != nullptr && surface_ != nullptr && text.starts_with(LoadingAsked)) {
-    EndingOnFailure([&] { hands_.LoadRequirements(*surface_, training->Machine()); });
-  }
+  EndingOnFailure([&] { DoWhatBoxAsks(title, text, answer); });
   return answer;
 }
 

@@ -72,6 +72,8 @@ class Player final : private IHostListener, ICommandSink, forms::IObserver, form
   bool ClickButton(std::int32_t index);
   bool SetChecked(const std::string& box, bool checked);
   void ClearEjectPosition();
+  /// The operator does what a message box has asked for.
+  void DoWhatBoxAsks(std::string_view title, std::string_view text, forms::MessageAnswer answer);
 
   struct Ending {
     Answer answer;

@@ -48,7 +48,9 @@ std::optional<EarlyEnd> Play(const Script& script, const ReplayOptions& options,
   for (const Action& action : script.actions) {
     if (Interruption::Requested() || !player.Perform(action)) break;
   }
-  report.Ended({player.CalibrationMemory(), player.CurrentScore(), before, BytesOf(folder.MarivaneIni())});
+  const std::optional<Score> score = player.CurrentScore();
+  const std::vector<MemoryDifference> differences = CompareMemory(player.CalibrationMemory(), folder.MarivaneIni());
+  report.Ended({player.CalibrationMemory(), score, differences, before, BytesOf(folder.MarivaneIni())});
   return player.Ended();
 }
 

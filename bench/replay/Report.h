@@ -5,9 +5,11 @@
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 #include "bench/instrument/FaultPlan.h"
 #include "bench/instrument/Instrument.h"
+#include "bench/instrument/MemoryComparison.h"
 #include "bench/instrument/Score.h"
 #include "bench/instrument/TrainingInstrument.h"
 #include "bench/replay/Action.h"
@@ -33,8 +35,9 @@ enum class AnswerBy { Instrument, Script };
 /// What is left when a run is over.
 struct RunEnd {
   const CalibrationValues& calibrationMemory;
-  const std::optional<Score>& score;  ///< of a run that has reached the simulated instrument
-  std::string_view before;            ///< bytes of the configuration file
+  const std::optional<Score>& score;                 ///< of a run that has reached the simulated instrument
+  const std::vector<MemoryDifference>& differences;  ///< between the configuration file and the memory
+  std::string_view before;                           ///< bytes of the configuration file
   std::string_view after;
 };
 
@@ -63,7 +66,8 @@ class IReport {
   virtual void MemberRead(std::string_view name, const MemberValue& value) = 0;
   virtual void FormShown(const forms::ISurface& form, std::string_view statusText) = 0;
 
-  virtual void InstrumentShown(const InstrumentView& view) = 0;
+  /// `differences`: where the configuration file and the instrument's memory disagree.
+  virtual void InstrumentShown(const InstrumentView& view, const std::vector<MemoryDifference>& differences) = 0;
   virtual void ScoreShown(const Score& score) = 0;
 
   /// The run is over, early or not.

@@ -83,7 +83,9 @@ void Trace::FormShown(const forms::ISurface& form, std::string_view statusText) 
   Write(out_, "form", FormSnapshot(form, statusText));
 }
 
-void Trace::InstrumentShown(const InstrumentView& view) { Write(out_, "instrument", InstrumentSnapshot(view)); }
+void Trace::InstrumentShown(const InstrumentView& view, const std::vector<MemoryDifference>& differences) {
+  Write(out_, "instrument", InstrumentSnapshot(view, differences));
+}
 
 void Trace::ScoreShown(const Score& score) { Write(out_, "score", ScoreSnapshot(score)); }
 

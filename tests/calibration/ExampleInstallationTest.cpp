@@ -125,6 +125,23 @@ TEST_F(QuickCalibration, ChangesNothingInTheFileButTheseValues) {
                                                "Item14", "Item15", "Item16", "Item17", "Item19"}));
 }
 
+TEST(ExampleInstallation, TheNestThatTheWizardOffersIsEmptiedForTheTeachTool) {
+  ReplayOptions options = OptionsFor(examples / "installation");
+  options.instrument = InstrumentKind::Simulated;
+  for (const char* device : {"1", "2"}) {
+    const ReplayRun run = RunScript(options, std::string("file set DeviceType Installed ") + device +
+                                                 "\nclick 10\ncheck chkToolInstalled\nclick 9\nclick 5\n"
+                                                 "instrument show\nanswer ok\nclick 14\ninstrument show\n");
+    EXPECT_EQ(run.status, ExitStatus::Performed) << run.complaints;
+    std::vector<std::string> firstSlot;
+    for (const auto& event : Events(run.output)) {
+      EXPECT_TRUE(event["event"] != "sent" || event["result"] == "ok") << event.dump();
+      if (event["event"] == "instrument") firstSlot.push_back(event["places"]["Nest 1 rear, slot 1"]);
+    }
+    EXPECT_EQ(firstSlot, (std::vector<std::string>{"1 Channel Short 12.5", "Teach Tool 1 Channel"})) << device;
+  }
+}
+
 class ExampleScript : public testing::TestWithParam<fs::path> {};
 
 TEST_P(ExampleScript, RunsOnTheSimulatedInstrumentToItsEnd) {

@@ -58,6 +58,7 @@ class FakeMachine final : public IMachine {
   void PutInNest(const std::string& nest, const std::string& head) override {
     Notes.push_back("nest " + nest + " " + head);
   }
+  void ClearNest(const std::string& nest) override { Notes.push_back("empty nest " + nest); }
   void ClearStage(const std::string& position) override { Notes.push_back("clear " + position); }
 
   std::vector<std::string> Notes;

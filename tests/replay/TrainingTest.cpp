@@ -230,8 +230,28 @@ TEST_F(TrainingRun, TheOperatorPutsOnTheToolThatIsRegistered) {
   EXPECT_EQ(views[1]["head"], "Tool");
 }
 
-TEST_F(TrainingRun, TheStageIsClearForEachHeadThatIsEjected) {
+TEST_F(TrainingRun, FileAndMemoryAreCompared) {
+  const std::string otherHead = "file set HeadType Item2 \"Eight,SERIALDILUTE,,125,,8,,,,,,,-2900,1.5\"\n";
+  const auto views = Named(Play(std::string(ToMainPage) + "instrument show\nclick 0\n" + Save + "instrument show\n" +
+                                otherHead + "instrument show\n"),
+                           "instrument");
+  // 1.5 mm are 60 steps; the save at -3000 makes the position -2950, the one on record.
+  EXPECT_EQ(views[0]["differences"], Json::parse(R"([
+      {"name": "AspirateOrigin_8Ch_125_S", "file": "-2950", "memory": null},
+      {"name": "TipEject_8Ch_125_S", "file": "-60", "memory": null}])"));
+  EXPECT_EQ(views[1]["differences"], Json::array());
+  EXPECT_EQ(views[2]["differences"],
+            Json::parse(R"([{"name": "AspirateOrigin_8Ch_125_S", "file": "-2900", "memory": "-2950"}])"));
+}
+
+TEST_F(TrainingRun, AnEjectedHeadIsTakenAwayByButton11AndNotByACheckedBox) {
   const std::string eject = "check chkToolUninstalled\nclick 9\ncheck chkStageEmpty\nclick 4\n";
+  const std::string again =
+      "host release\nhost create\nhost ObjectParent given\nhost FormParent given\nclick 10\n"
+      "check chkToolInstalled\nclick 9\nanswer cancel\nclick 14\n";
+  const auto twice = Named(Play("click 10\n" + eject + again + eject), "sent");
+  EXPECT_EQ(twice.back()["result"], "refused");
+  EXPECT_NE(twice.back()["reason"].get<std::string>().find("Eight"), std::string::npos) << twice.back().dump();
   const auto events = Play("click 10\n" + eject + "instrument show\nclick 11\ninstrument show\n");
   const auto views = Named(events, "instrument");
   EXPECT_EQ(views[0]["places"]["Stage 2"], "Eight") << views[0].dump();

@@ -1,0 +1,56 @@
+#include "bench/instrument/MemoryComparison.h"
+
+#include "addin/base/Steps.h"
+#include "addin/config/Configuration.h"
+#include "addin/config/ConfigurationLoad.h"
+#include "addin/config/Conversions.h"
+#include "addin/config/ItemSource.h"
+#include "bench/host/ConfigurationService.h"
+
+namespace Helmsway {
+namespace {
+
+using OrvelCalibrateS::FailureMode;
+using OrvelCalibrateS::HeadType;
+
+void AddValuesOf(const HeadType& head, double mmPerStep, CalibrationValues& values) {
+  const std::string_view volumeClass = OrvelCalibrateS::VolumeClassWord(head.Volume);
+  if (head.Kind != OrvelCalibrateS::SerialDiluteKind || volumeClass.empty()) return;
+  const std::string name = "_" + std::to_string(head.Channels) + "Ch_" + std::string(volumeClass) + "_S";
+  OrvelCalibrateS::Skip([&] {
+    values["TipEject" + name] =
+        OrvelCalibrateS::NegatedWholeNumber(OrvelCalibrateS::Divide(head.SPositionMM, mmPerStep));
+  });
+  values["AspirateOrigin" + name] = std::to_string(head.SPosition);
+}
+
+CalibrationValues ValuesInFile(const std::filesystem::path& marivaneIni) {
+  OrvelCalibrateS::Ref<HelmswayCmds::IIniService> service;
+  *service.Out() = new ConfigurationService();
+  const OrvelCalibrateS::IniFiles files([&service] { return service; }, marivaneIni.parent_path().string());
+  OrvelCalibrateS::SharedRecords records;
+  const OrvelCalibrateS::Configuration configuration{files, records};
+  OrvelCalibrateS::LoadMachineRecords(configuration, FailureMode::Skip);
+
+  CalibrationValues values;
+  OrvelCalibrateS::WalkItems(FailureMode::Skip, [&](const std::string& number) {
+    const HeadType head = OrvelCalibrateS::ReadHeadType(configuration, number);
+    AddValuesOf(head, records.AxisS.MmPerStep, values);
+    return !head.Name.empty();
+  });
+  return values;
+}
+
+}  // namespace
+
+std::vector<MemoryDifference> CompareMemory(const CalibrationValues& memory, const std::filesystem::path& marivaneIni) {
+  std::vector<MemoryDifference> differences;
+  for (const auto& [name, value] : ValuesInFile(marivaneIni)) {
+    const auto found = memory.find(name);
+    const std::string remembered = found == memory.end() ? "" : found->second;
+    if (remembered != value) differences.push_back({name, value, remembered});
+  }
+  return differences;
+}
+
+}  // namespace Helmsway
