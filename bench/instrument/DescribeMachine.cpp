@@ -48,6 +48,7 @@ class InstalledFile {
   }
   InstalledFile(const InstalledFile&) = delete;
   InstalledFile& operator=(const InstalledFile&) = delete;
+  ~InstalledFile() = default;
 
   const Configuration& AsConfiguration() const { return configuration_; }
   const SharedRecords& Records() const { return records_; }

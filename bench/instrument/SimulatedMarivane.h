@@ -26,6 +26,7 @@ class SimulatedMarivane final : public IMachine {
                              std::unique_ptr<IClock> clock = std::make_unique<VirtualClock>());
   SimulatedMarivane(const SimulatedMarivane&) = delete;
   SimulatedMarivane& operator=(const SimulatedMarivane&) = delete;
+  ~SimulatedMarivane() override = default;
 
   /// A line that is refused has changed nothing.
   void Begin(std::string_view line) override;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace Helmsway {
 namespace {
@@ -35,8 +36,8 @@ double DrawReference(const SyringeDescription& syringe, SeededNumbers& numbers) 
 
 }  // namespace
 
-SyringeTruth::SyringeTruth(const SyringeDescription& syringe, const TrainingSeed& seed)
-    : syringe_(syringe),
+SyringeTruth::SyringeTruth(SyringeDescription syringe, const TrainingSeed& seed)
+    : syringe_(std::move(syringe)),
       lostSteps_(seed.lostSteps),
       scatter_(seed.number, Purpose::HomingScatter),
       losses_(seed.number, Purpose::LostSteps) {

@@ -26,7 +26,7 @@ struct TrainingSeed {
 /// place by up to 0.3 of a step. Where steps get lost, one move in ten is 1 to 3 steps short, until S is homed again.
 class SyringeTruth {
  public:
-  SyringeTruth(const SyringeDescription& syringe, const TrainingSeed& seed);
+  SyringeTruth(SyringeDescription syringe, const TrainingSeed& seed);
 
   /// The axis has been homed and takes itself to stand at `position`.
   void Homed(std::int32_t position);

@@ -68,7 +68,7 @@ void TrainingInstrument::Begin(std::string_view line) {
 }
 
 Answer TrainingInstrument::End(bool stopRequested) {
-  const Answer answer = AnswerOf(stopRequested);
+  Answer answer = AnswerOf(stopRequested);
   Follow();
   tally_.LineEnded(line_, answer.result);
   if (fault_ && fault_->kind == FaultKind::Link) linkLostFor_ = fault_->time;

@@ -41,6 +41,10 @@ void AddDamage(std::vector<std::string>& lines, const std::vector<std::string>& 
   for (const std::string& what : damage) lines.push_back("damage: " + what);
 }
 
+std::string ValueLine(const char* state, const std::string& name, const std::string& value) {
+  return std::string(state).append(name).append(" = ").append(value);
+}
+
 }  // namespace
 
 std::vector<std::string> InWords(const InstrumentView& view) {
@@ -52,8 +56,8 @@ std::vector<std::string> InWords(const InstrumentView& view) {
   lines.push_back("slider: " + machine.slider);
   lines.push_back("head: " + OrNone(machine.head) + ", tip: " + OrNone(machine.tip));
   for (const MachineState::Place& place : machine.places) lines.push_back(place.name + ": " + place.contents);
-  for (const auto& [name, value] : machine.pending) lines.push_back("not saved yet: " + name + " = " + value);
-  for (const auto& [name, value] : machine.memory) lines.push_back("saved: " + name + " = " + value);
+  for (const auto& [name, value] : machine.pending) lines.push_back(ValueLine("not saved yet: ", name, value));
+  for (const auto& [name, value] : machine.memory) lines.push_back(ValueLine("saved: ", name, value));
   AddDamage(lines, machine.damage);
   lines.push_back("edge of the teach tool: " + Edge(view.edge));
   return lines;
