@@ -5,19 +5,14 @@
 #include <utility>
 
 #include "addin/config/Calibration.h"
-#include "addin/config/Configuration.h"
-#include "addin/config/ConfigurationLoad.h"
-#include "addin/config/ItemSource.h"
 #include "addin/config/NestType.h"
 #include "addin/config/Position.h"
-#include "bench/host/ConfigurationService.h"
+#include "bench/instrument/InstalledFile.h"
 
 namespace Helmsway {
 namespace {
 
 using OrvelCalibrateS::AxisRecord;
-using OrvelCalibrateS::Configuration;
-using OrvelCalibrateS::FailureMode;
 using OrvelCalibrateS::NestSlot;
 using OrvelCalibrateS::NestType;
 using OrvelCalibrateS::Position;
@@ -38,50 +33,6 @@ constexpr std::array<AxisSource, 6> sources{{
     {Axis::SdX, &SharedRecords::AxisSDX},
     {Axis::SdY, &SharedRecords::AxisSDY},
 }};
-
-/// The records of the installed machine, by the readers that the add-in uses too: the file has one meaning.
-class InstalledFile {
- public:
-  explicit InstalledFile(const std::filesystem::path& marivaneIni)
-      : files_([] { return NewService(); }, marivaneIni.parent_path().string()) {
-    OrvelCalibrateS::LoadInstalledRecords(configuration_, FailureMode::Skip);
-  }
-  InstalledFile(const InstalledFile&) = delete;
-  InstalledFile& operator=(const InstalledFile&) = delete;
-  ~InstalledFile() = default;
-
-  const Configuration& AsConfiguration() const { return configuration_; }
-  const SharedRecords& Records() const { return records_; }
-
-  /// The catalogue entries from number 1 to the first without a name.
-  template <class Read, class Name>
-  auto Catalogue(Read read, Name name) const {
-    std::vector<decltype(read(std::string()))> entries;
-    OrvelCalibrateS::WalkItems(FailureMode::Skip, [&](const std::string& number) {
-      auto entry = read(number);
-      if ((entry.*name).empty()) return false;
-      entries.push_back(std::move(entry));
-      return true;
-    });
-    return entries;
-  }
-
- private:
-  static OrvelCalibrateS::Ref<HelmswayCmds::IIniService> NewService() {
-    OrvelCalibrateS::Ref<HelmswayCmds::IIniService> service;
-    *service.Out() = new ConfigurationService();
-    return service;
-  }
-
-  OrvelCalibrateS::IniFiles files_;
-  SharedRecords records_;
-  Configuration configuration_{files_, records_};
-};
-
-std::vector<HeadType> HeadsOf(const InstalledFile& file) {
-  return file.Catalogue([&](const std::string& item) { return ReadHeadType(file.AsConfiguration(), item); },
-                        &HeadType::Name);
-}
 
 std::vector<Position> PositionsOf(const InstalledFile& file) {
   return file.Catalogue([&](const std::string& item) { return ReadPosition(file.AsConfiguration(), item); },
@@ -168,7 +119,7 @@ MachineDescription DescribeMachine(const std::filesystem::path& marivaneIni) {
   DescribeAxes(machine, records);
   DescribeHeights(machine, records.ZCalibration);
   const OrvelCalibrateS::IniFiles& files = file.AsConfiguration().Files;
-  machine.heads = HeadsOf(file);
+  machine.heads = file.Heads();
   machine.tips = file.Catalogue([&](const std::string& item) { return ReadTipType(files, item); }, &TipType::Name);
   machine.plates =
       file.Catalogue([&](const std::string& item) { return ReadPlateType(files, item); }, &PlateType::Name);
@@ -178,8 +129,6 @@ MachineDescription DescribeMachine(const std::filesystem::path& marivaneIni) {
   return machine;
 }
 
-std::vector<HeadType> ReadHeads(const std::filesystem::path& marivaneIni) {
-  return HeadsOf(InstalledFile(marivaneIni));
-}
+std::vector<HeadType> ReadHeads(const std::filesystem::path& marivaneIni) { return InstalledFile(marivaneIni).Heads(); }
 
 }  // namespace Helmsway

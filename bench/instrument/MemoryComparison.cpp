@@ -1,16 +1,12 @@
 #include "bench/instrument/MemoryComparison.h"
 
 #include "addin/base/Steps.h"
-#include "addin/config/Configuration.h"
-#include "addin/config/ConfigurationLoad.h"
 #include "addin/config/Conversions.h"
-#include "addin/config/ItemSource.h"
-#include "bench/host/ConfigurationService.h"
+#include "bench/instrument/InstalledFile.h"
 
 namespace Helmsway {
 namespace {
 
-using OrvelCalibrateS::FailureMode;
 using OrvelCalibrateS::HeadType;
 
 void AddValuesOf(const HeadType& head, double mmPerStep, CalibrationValues& values) {
@@ -25,19 +21,9 @@ void AddValuesOf(const HeadType& head, double mmPerStep, CalibrationValues& valu
 }
 
 CalibrationValues ValuesInFile(const std::filesystem::path& marivaneIni) {
-  OrvelCalibrateS::Ref<HelmswayCmds::IIniService> service;
-  *service.Out() = new ConfigurationService();
-  const OrvelCalibrateS::IniFiles files([&service] { return service; }, marivaneIni.parent_path().string());
-  OrvelCalibrateS::SharedRecords records;
-  const OrvelCalibrateS::Configuration configuration{files, records};
-  OrvelCalibrateS::LoadMachineRecords(configuration, FailureMode::Skip);
-
+  const InstalledFile file(marivaneIni);
   CalibrationValues values;
-  OrvelCalibrateS::WalkItems(FailureMode::Skip, [&](const std::string& number) {
-    const HeadType head = OrvelCalibrateS::ReadHeadType(configuration, number);
-    AddValuesOf(head, records.AxisS.MmPerStep, values);
-    return !head.Name.empty();
-  });
+  for (const HeadType& head : file.Heads()) AddValuesOf(head, file.Records().AxisS.MmPerStep, values);
   return values;
 }
 

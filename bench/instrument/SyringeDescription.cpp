@@ -1,28 +1,22 @@
 #include "bench/instrument/SyringeDescription.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
-#include <optional>
+#include <vector>
 
-#include "addin/config/Configuration.h"
-#include "addin/config/ConfigurationLoad.h"
-#include "addin/config/HeadType.h"
-#include "bench/host/ConfigurationService.h"
+#include "bench/instrument/InstalledFile.h"
 
 namespace Helmsway {
 namespace {
 
 using OrvelCalibrateS::HeadType;
 
-/// The first head of the catalogue that `test` accepts.
+/// The first of the heads that `test` accepts; null when there is none.
 template <class Test>
-std::optional<HeadType> FindHead(const OrvelCalibrateS::Configuration& configuration, Test test) {
-  for (int item = 1; item <= std::numeric_limits<std::int16_t>::max(); ++item) {
-    HeadType head = OrvelCalibrateS::ReadHeadType(configuration, std::to_string(item));
-    if (test(head)) return head;
-    if (head.Name.empty()) break;
-  }
-  return std::nullopt;
+const HeadType* FindHead(const std::vector<HeadType>& heads, Test test) {
+  const auto found = std::find_if(heads.begin(), heads.end(), test);
+  return found == heads.end() ? nullptr : &*found;
 }
 
 std::int32_t WholeSteps(double steps) {
@@ -34,29 +28,25 @@ std::int32_t WholeSteps(double steps) {
 }  // namespace
 
 SyringeDescription DescribeSyringe(const std::filesystem::path& marivaneIni) {
-  OrvelCalibrateS::Ref<HelmswayCmds::IIniService> service;
-  *service.Out() = new ConfigurationService();
-  const OrvelCalibrateS::IniFiles files([&service] { return service; }, marivaneIni.parent_path().string());
-  OrvelCalibrateS::SharedRecords records;
-  const OrvelCalibrateS::Configuration configuration{files, records};
-  OrvelCalibrateS::LoadMachineRecords(configuration, OrvelCalibrateS::FailureMode::Skip);
+  const InstalledFile file(marivaneIni);
+  const std::vector<HeadType> heads = file.Heads();
 
   SyringeDescription syringe;
-  const OrvelCalibrateS::AxisRecord& axis = records.AxisS;
+  const OrvelCalibrateS::AxisRecord& axis = file.Records().AxisS;
   if (!axis.Present) return syringe;
   syringe.mmPerStep = axis.MmPerStep;
   syringe.lowLimit = axis.LowLimit;
   syringe.highLimit = axis.HighLimit;
   syringe.upSign = axis.MoveSign;
 
-  const auto tool = FindHead(configuration, OrvelCalibrateS::IsTeachTool);
-  if (tool) {
+  const HeadType* const tool = FindHead(heads, OrvelCalibrateS::IsTeachTool);
+  if (tool != nullptr) {
     syringe.toolName = tool->Name;
     syringe.toolOffset = WholeSteps(tool->SDTeachToolOffset);
   }
-  const auto head =
-      FindHead(configuration, [](const HeadType& found) { return found.Kind == OrvelCalibrateS::SerialDiluteKind; });
-  if (!head) return syringe;
+  const HeadType* const head =
+      FindHead(heads, [](const HeadType& found) { return found.Kind == OrvelCalibrateS::SerialDiluteKind; });
+  if (head == nullptr) return syringe;
   syringe.toolOffset = WholeSteps(head->SDTeachToolOffset);
   syringe.onRecord = WholeSteps(axis.OffsetSign * head->SDTeachToolOffset + head->SPosition);
   return syringe;
