@@ -10,6 +10,7 @@ namespace Helmsway {
 class AcceptingInstrument final : public IInstrument {
  public:
   void Begin(std::string_view /*line*/) override {}
+  Seconds TimeToEnd(bool /*stopRequested*/) const override { return Seconds{0}; }
   Answer End(bool /*stopRequested*/) override { return {}; }
   const CalibrationValues& CalibrationMemory() const override { return nothing_; }
 

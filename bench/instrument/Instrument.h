@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <map>
 #include <string>
@@ -7,6 +8,9 @@
 
 /// What stands behind the device link.
 namespace Helmsway {
+
+/// Time as the instrument keeps it. It stands still but for the lines.
+using Seconds = std::chrono::duration<double>;
 
 /// How one command line ended.
 struct Answer {
@@ -28,8 +32,14 @@ class IInstrument {
   /// A line arrives. Whether it is refused is settled now; what it does is under way until `End`.
   virtual void Begin(std::string_view line) = 0;
 
-  /// Lets the line run to its end, in whatever time the instrument keeps, and gives its answer. `stopRequested` tells
-  /// whether the host has asked to stop meanwhile; an instrument that is moving finishes its move all the same.
+  /// How long the line that is under way takes, on the instrument's clock, from its begin to its end as things stand
+  /// now: what happens meanwhile can change that. 0 when no line is under way. Nobody need wait; who shows the
+  /// instrument to people waits that long before `End`.
+  virtual Seconds TimeToEnd(bool stopRequested) const = 0;
+
+  /// Lets the line run to its end at once, and gives its answer; the instrument's clock advances by `TimeToEnd`.
+  /// `stopRequested` tells whether the host has asked to stop meanwhile; an instrument that is moving finishes its move
+  /// all the same.
   virtual Answer End(bool stopRequested) = 0;
 
   /// What the instrument's permanent memory holds now.

@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "bench/instrument/Clock.h"
 #include "bench/instrument/Instrument.h"
 
 namespace Helmsway {
@@ -16,6 +15,7 @@ struct MachineState {
     std::string name;                      ///< as commands spell it: "SD_X"
     std::optional<std::int32_t> position;  ///< motor steps; empty while the axis isn't homed
     std::int32_t speed = 0;                ///< steps per second
+    std::int32_t at = 0;                   ///< motor steps: where it really stands, whether it knows or not
 
     friend bool operator==(const AxisState&, const AxisState&) = default;
   };
@@ -41,10 +41,23 @@ struct MachineState {
   friend bool operator==(const MachineState&, const MachineState&) = default;
 };
 
+/// The way of an axis that is moving.
+struct Travel {
+  std::string axis;  ///< as commands spell it
+  std::int32_t from = 0;
+  std::int32_t to = 0;  ///< motor steps, both
+
+  friend bool operator==(const Travel&, const Travel&) = default;
+};
+
 /// The simulated instrument as the training bench works with it, beyond its command lines.
 class IMachine : public IInstrument {
  public:
   virtual MachineState State() const = 0;
+
+  /// The moves that the line under way makes until its end, as things stand now. Until then `State` has the axes where
+  /// they started.
+  virtual std::vector<Travel> Travels() const = 0;
 
   /// Time goes by and nothing happens.
   virtual void Pass(Seconds time) = 0;

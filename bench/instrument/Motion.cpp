@@ -22,10 +22,14 @@ Seconds Motion::TimeTo(Axis axis, std::int32_t target) const {
   return Seconds(distance / axes_.at(axis).speed);
 }
 
-void Motion::Home(Axis axis) {
+std::int32_t Motion::HomeOf(Axis axis) const {
   const auto& limits = machine_.axes.at(axis);
+  return std::max(limits.low, std::min(limits.high, 0));
+}
+
+void Motion::Home(Axis axis) {
   AxisState& state = axes_[axis];
-  state.at = std::max(limits.low, std::min(limits.high, 0));
+  state.at = HomeOf(axis);
   state.homed = true;
 }
 

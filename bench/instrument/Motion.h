@@ -35,7 +35,8 @@ class Motion {
   Seconds TimeTo(Axis axis, std::int32_t target) const;
 
   void Go(Axis axis, std::int32_t target) { axes_.at(axis).at = target; }
-  /// To 0, or as near to it as the limits let it.
+  /// Where homing brings the axis: to 0, or as near to it as the limits let it.
+  std::int32_t HomeOf(Axis axis) const;
   void Home(Axis axis);
   void HomeAll();
   /// The instrument doesn't know any more where the axis is.

@@ -55,11 +55,11 @@ void SimulatedMarivane::ClearStage(const std::string& positionName) {
 
 MachineState SimulatedMarivane::State() const {
   MachineState state;
-  state.time = clock_->Now();
+  state.time = now_;
   state.remote = remote_;
   for (const auto& [axis, axisState] : world_.motion.Axes()) {
     const auto position = axisState.homed ? std::optional(axisState.at) : std::nullopt;
-    state.axes.push_back({std::string(NameOf(axis)), position, axisState.speed});
+    state.axes.push_back({std::string(NameOf(axis)), position, axisState.speed, axisState.at});
   }
   state.slider = !description_.hasSlider ? "none" : world_.slider == SliderState::Open ? "open" : "closed";
   state.zCollisionDetection = world_.zCollisionDetection == CollisionDetection::On;

@@ -24,9 +24,8 @@ bool IsQuestion(const Command& command) {
 
 }  // namespace
 
-SimulatedMarivane::SimulatedMarivane(MachineDescription description, std::unique_ptr<IClock> clock)
-    : clock_(std::move(clock)),
-      description_(std::move(description)),
+SimulatedMarivane::SimulatedMarivane(MachineDescription description)
+    : description_(std::move(description)),
       heights_(description_),
       world_(StartOf(description_)),
       safety_(description_, heights_, world_),
@@ -43,11 +42,21 @@ void SimulatedMarivane::Begin(std::string_view line) {
   }
 }
 
-Answer SimulatedMarivane::End(bool /*stopRequested*/) {
+Seconds SimulatedMarivane::TimeToEnd(bool /*stopRequested*/) const {
+  if (!line_ || !line_->command) return Seconds{0};
+  const Command& command = *line_->command;
+  if (!WillStall()) return DurationOf(command);
+  const auto* const move = std::get_if<MoveAxis>(&command);
+  return move == nullptr ? DurationOf(command) / 2 : world_.motion.TimeTo(move->axis, HalfWay(*move));
+}
+
+Answer SimulatedMarivane::End(bool stopRequested) {
   if (!line_) return Failed();
+  now_ += TimeToEnd(stopRequested);
+  const bool stalls = WillStall();
   const Line line = *std::exchange(line_, std::nullopt);
   if (!line.command) return line.answer;
-  if (stallNext_ && ReallyMoves(*line.command)) {
+  if (stalls) {
     stallNext_ = false;
     return Refused(StallIn(*line.command));
   }
@@ -99,20 +108,17 @@ std::string SimulatedMarivane::WhyNot(const SetZCollisionDetection& /*command*/)
 std::string SimulatedMarivane::WhyNot(const AskSliderState& /*command*/) const { return WhySliderLacks(); }
 
 std::string SimulatedMarivane::Perform(const HomeAll& /*command*/) {
-  clock_->Wait(Motion::HomeAllTime);
   world_.motion.HomeAll();
   return {};
 }
 
 std::string SimulatedMarivane::Perform(const HomeS& /*command*/) {
-  clock_->Wait(Motion::HomeSTime);
   world_.motion.Home(Axis::S);
   return {};
 }
 
 std::string SimulatedMarivane::Perform(const MoveAxis& command) {
   const auto [axis, target] = command;
-  clock_->Wait(world_.motion.TimeTo(axis, target));
   if (axis == Axis::S) {
     const auto release = syringe_.ReleaseAt(target);
     const bool blocked = !syringe_.WhyNotRelease(target).empty();
@@ -171,7 +177,6 @@ void SimulatedMarivane::LetGo(Syringe::Release release) {
 }
 
 std::string SimulatedMarivane::Perform(const MoveSlider& command) {
-  if (command.target != world_.slider) clock_->Wait(Motion::SliderTime);
   world_.slider = command.target;
   return {};
 }
@@ -211,27 +216,51 @@ bool SimulatedMarivane::ReallyMoves(const Command& command) const {
   return std::holds_alternative<HomeAll>(command) || std::holds_alternative<HomeS>(command);
 }
 
+Seconds SimulatedMarivane::DurationOf(const Command& command) const {
+  if (!ReallyMoves(command)) return Seconds{0};
+  if (const auto* const move = std::get_if<MoveAxis>(&command)) return world_.motion.TimeTo(move->axis, move->target);
+  if (std::holds_alternative<MoveSlider>(command)) return Motion::SliderTime;
+  return std::holds_alternative<HomeS>(command) ? Motion::HomeSTime : Motion::HomeAllTime;
+}
+
+bool SimulatedMarivane::WillStall() const {
+  return stallNext_ && line_ && line_->command && ReallyMoves(*line_->command);
+}
+
+std::int32_t SimulatedMarivane::HalfWay(const MoveAxis& command) const {
+  return static_cast<std::int32_t>((std::int64_t{world_.motion.At(command.axis)} + command.target) / 2);
+}
+
+std::vector<Travel> SimulatedMarivane::Travels() const {
+  if (!line_ || !line_->command) return {};
+  const Motion& motion = world_.motion;
+  const auto travel = [&](Axis axis, std::int32_t to) { return Travel{std::string(NameOf(axis)), motion.At(axis), to}; };
+  if (const auto* const move = std::get_if<MoveAxis>(&*line_->command)) {
+    return {travel(move->axis, WillStall() ? HalfWay(*move) : move->target)};
+  }
+  // A homing that stalls leaves the axes where they were.
+  if (WillStall()) return {};
+  if (std::holds_alternative<HomeS>(*line_->command)) return {travel(Axis::S, motion.HomeOf(Axis::S))};
+  if (!std::holds_alternative<HomeAll>(*line_->command)) return {};
+  std::vector<Travel> travels;
+  for (const auto& [axis, state] : motion.Axes()) travels.push_back(travel(axis, motion.HomeOf(axis)));
+  return travels;
+}
+
 std::string SimulatedMarivane::StallIn(const Command& command) {
   Motion& motion = world_.motion;
   if (const auto* const move = std::get_if<MoveAxis>(&command)) {
     const auto from = motion.At(move->axis);
-    const auto halfWay = static_cast<std::int32_t>((std::int64_t{from} + move->target) / 2);
-    clock_->Wait(motion.TimeTo(move->axis, halfWay));
-    motion.Go(move->axis, halfWay);
+    motion.Go(move->axis, HalfWay(*move));
     motion.Lose(move->axis);
     return Called(move->axis) + " stalled half-way from " + std::to_string(from) + " to " +
            std::to_string(move->target) + ", and must be homed";
   }
-  if (std::holds_alternative<MoveSlider>(command)) {
-    clock_->Wait(Motion::SliderTime / 2);
-    return "the slider stalled half-way and went back";
-  }
+  if (std::holds_alternative<MoveSlider>(command)) return "the slider stalled half-way and went back";
   if (std::holds_alternative<HomeS>(command)) {
-    clock_->Wait(Motion::HomeSTime / 2);
     motion.Lose(Axis::S);
     return "axis S stalled on its way home";
   }
-  clock_->Wait(Motion::HomeAllTime / 2);
   for (const auto& [axis, description] : description_.axes) motion.Lose(axis);
   return "the axes stalled on their way home";
 }

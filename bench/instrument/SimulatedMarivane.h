@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -22,19 +21,20 @@ namespace Helmsway {
 class SimulatedMarivane final : public IMachine {
  public:
   /// Switched on for the first time, in remote mode, with nothing homed and an empty calibration memory.
-  explicit SimulatedMarivane(MachineDescription description,
-                             std::unique_ptr<IClock> clock = std::make_unique<VirtualClock>());
+  explicit SimulatedMarivane(MachineDescription description);
   SimulatedMarivane(const SimulatedMarivane&) = delete;
   SimulatedMarivane& operator=(const SimulatedMarivane&) = delete;
   ~SimulatedMarivane() override = default;
 
   /// A line that is refused has changed nothing.
   void Begin(std::string_view line) override;
+  Seconds TimeToEnd(bool stopRequested) const override;
   Answer End(bool stopRequested) override;
   const CalibrationValues& CalibrationMemory() const override { return calibrationMemory_; }
 
   MachineState State() const override;
-  void Pass(Seconds time) override { clock_->Wait(time); }
+  std::vector<Travel> Travels() const override;
+  void Pass(Seconds time) override { now_ += time; }
   void Stall() override;
   void PowerCycle() override;
   void SetRemote(bool remote) override { remote_ = remote; }
@@ -83,13 +83,18 @@ class SimulatedMarivane final : public IMachine {
 
   /// Whether carrying out the command moves something, over a distance that isn't 0.
   bool ReallyMoves(const Command& command) const;
-  /// The command ends half-way; gives what is told of it.
+  Seconds DurationOf(const Command& command) const;
+  /// The command of the line under way ends half-way.
+  bool WillStall() const;
+  /// Where a stalling axis is left.
+  std::int32_t HalfWay(const MoveAxis& command) const;
+  /// The command has ended half-way; gives what is told of it.
   std::string StallIn(const Command& command);
 
   std::string WhyAxisLacks(Axis axis) const;
   std::string WhySliderLacks() const;
 
-  const std::unique_ptr<IClock> clock_;
+  Seconds now_{0};
   const MachineDescription description_;
   const Heights heights_;
   World world_;

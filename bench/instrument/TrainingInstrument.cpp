@@ -67,6 +67,15 @@ void TrainingInstrument::Begin(std::string_view line) {
   if (fault_->kind == FaultKind::PowerCycle) PowerCycle();
 }
 
+Seconds TrainingInstrument::TimeToEnd(bool stopRequested) const {
+  if (line_.empty()) return Seconds{0};
+  const Seconds machine = LineArrives() ? machine_->TimeToEnd(stopRequested) : Seconds{0};
+  if (!fault_) return machine;
+  if (fault_->kind == FaultKind::Late) return machine + fault_->time;
+  if (fault_->kind == FaultKind::Silent && !stopRequested && !switchedOff_) return fault_->time;
+  return machine;
+}
+
 Answer TrainingInstrument::End(bool stopRequested) {
   Answer answer = AnswerOf(stopRequested);
   Follow();

@@ -29,6 +29,7 @@ class TrainingInstrument final : public IInstrument {
   TrainingInstrument(std::unique_ptr<IMachine> machine, SyringeDescription syringe, const TrainingSeed& seed);
 
   void Begin(std::string_view line) override;
+  Seconds TimeToEnd(bool stopRequested) const override;
   Answer End(bool stopRequested) override;
   const CalibrationValues& CalibrationMemory() const override { return machine_->CalibrationMemory(); }
 

@@ -17,7 +17,7 @@ namespace Helmsway {
 class FakeMachine final : public IMachine {
  public:
   explicit FakeMachine(std::string head) {
-    state_.axes = {{"S", std::nullopt, 100}};
+    state_.axes = {{"S", std::nullopt, 100, 0}};
     state_.head = std::move(head);
   }
 
@@ -27,8 +27,8 @@ class FakeMachine final : public IMachine {
     off_ = false;
   }
 
-  Answer End(bool /*stopRequested*/) override {
-    state_.time += Seconds{1};
+  Answer End(bool stopRequested) override {
+    state_.time += TimeToEnd(stopRequested);
     if (off_) return {Answer::Result::Failed, "", "off"};
     const auto command = ReadCommandLine(line_).command;
     if (!command) return {Answer::Result::Refused, "", "unknown"};
@@ -41,6 +41,8 @@ class FakeMachine final : public IMachine {
     return {Answer::Result::Ok, std::holds_alternative<AskSliderState>(*command) ? "SLIDER CLOSED" : "", ""};
   }
 
+  Seconds TimeToEnd(bool /*stopRequested*/) const override { return off_ ? Seconds{0} : Seconds{1}; }
+  std::vector<Travel> Travels() const override { return {}; }
   const CalibrationValues& CalibrationMemory() const override { return state_.memory; }
   MachineState State() const override { return state_; }
   void Pass(Seconds time) override { state_.time += time; }

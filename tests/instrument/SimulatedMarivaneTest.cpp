@@ -203,6 +203,7 @@ TEST(SimulatedMarivane, APowerCycleLeavesTheMemoryAndWhatStandsWhere) {
                   "SET_CALIBRATION TipEject_8Ch_125_S -30", "SET_CALIBRATION SAVE",
                   "SET_CALIBRATION TipEject_8Ch_125_S -31", "SET_CALIBRATION AspirateOrigin_8Ch_125_S 600"});
   expected.time = instrument.State().time;
+  for (auto& axis : expected.axes) axis.at = axis.name == "Y" ? 7000 : axis.at;
   expected.slider = "open";
   expected.memory = {{"TipEject_8Ch_125_S", "-30"}};
   instrument.PowerCycle();
@@ -241,11 +242,32 @@ TEST(SimulatedMarivane, AMoveTakesTheTimeOfItsDistanceAndSpeed) {
         Row{"MOVE S -100", 0.5}, Row{"SET_SPEED S 50", 0}, Row{"MOVE S 0", 2}, Row{"MOVE SLIDER_OPEN", 2},
         Row{"MOVE SLIDER_OPEN", 0}, Row{"HOME S", 4}, Row{"MOVE X 30000", 0}, Row{"STATUS SLIDER", 0}}) {
     const Seconds before = instrument.State().time;
-    Execute(instrument, row.line);
+    instrument.Begin(row.line);
+    EXPECT_NEAR(instrument.TimeToEnd(false).count(), row.seconds, 1e-9) << row.line;
+    instrument.End(false);
     EXPECT_NEAR((instrument.State().time - before).count(), row.seconds, 1e-9) << row.line;
   }
   instrument.Pass(Seconds(0.25));
   EXPECT_NEAR(instrument.State().time.count(), 21.65, 1e-9);
+}
+
+TEST(SimulatedMarivane, TravelsTellTheWayOfEachAxisThatMoves) {
+  SimulatedMarivane instrument(BenchModel());
+  ExpectAccepted(instrument, {"HOME ALL", "MOVE X 500", "MOVE S -100"});
+  using Travels = std::vector<Travel>;
+  EXPECT_EQ(instrument.Travels(), Travels{}) << "no line is under way";
+  instrument.Begin("MOVE S -300");
+  EXPECT_EQ(instrument.Travels(), (Travels{{"S", -100, -300}}));
+  instrument.Stall();
+  EXPECT_EQ(instrument.Travels(), (Travels{{"S", -100, -200}})) << "it stalls half-way";
+  EXPECT_EQ(instrument.TimeToEnd(false), Seconds{0.5});
+  instrument.PowerCycle();
+  EXPECT_EQ(instrument.Travels(), Travels{});
+  EXPECT_EQ(instrument.TimeToEnd(false), Seconds{0});
+  instrument.End(false);
+  instrument.Begin("HOME ALL");
+  EXPECT_EQ(instrument.Travels(),
+            (Travels{{"X", 500, 0}, {"Y", 0, 0}, {"Z", 0, 0}, {"S", -100, 0}, {"SD_X", 0, 0}, {"SD_Y", 0, 0}}));
 }
 
 TEST(SimulatedMarivane, AStalledAxisStandsBetweenAndMustBeHomed) {

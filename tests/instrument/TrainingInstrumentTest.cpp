@@ -120,7 +120,7 @@ TEST_F(Training, EachFaultDoesItsHarmOnceAndToOneLine) {
        false,
        7},
       {"garble", {FaultKind::Garble, "STATUS"}, Result::Ok, "", true, 1},
-      {"power", {FaultKind::PowerCycle, "STATUS"}, Result::Failed, "off", true, 1},
+      {"power", {FaultKind::PowerCycle, "STATUS"}, Result::Failed, "off", true, 0},
       {"link",
        {FaultKind::Link, "", 1, Seconds{2}},
        Result::Failed,
@@ -139,7 +139,9 @@ TEST_F(Training, EachFaultDoesItsHarmOnceAndToOneLine) {
     ASSERT_TRUE(instrument_->Plan(fault));
     machine_->Notes.clear();
     const Seconds before = machine_->State().time;
-    const Answer answer = Send("STATUS SLIDER");
+    instrument_->Begin("STATUS SLIDER");
+    EXPECT_DOUBLE_EQ(instrument_->TimeToEnd(false).count(), row.seconds);
+    const Answer answer = instrument_->End(false);
     EXPECT_EQ(answer.result, row.result);
     EXPECT_EQ(answer.reason, row.reason);
     EXPECT_EQ(machine_->Notes.size(), row.arrives ? 1U : 0U);
@@ -171,6 +173,7 @@ TEST_F(Training, SilenceEndsWithStopAndWithAPowerCycle) {
     ASSERT_TRUE(instrument_->Plan({FaultKind::Silent, "HOME", 0, Seconds{60}}));
     instrument_->Begin("HOME S");
     if (!stop) instrument_->PowerCycle();
+    EXPECT_EQ(instrument_->TimeToEnd(stop), Seconds{0});
     EXPECT_EQ(instrument_->End(stop).result, Result::Failed);
     EXPECT_EQ(machine_->State().time, Seconds{0});
   }
