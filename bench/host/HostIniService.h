@@ -1,5 +1,7 @@
 #pragma once
 
+#include <utility>
+
 #include "addin/base/Implements.h"
 #include "addin/base/Ref.h"
 #include "addin/contract/HelmswayCmds.h"
@@ -14,6 +16,12 @@ class HostIniService final : public OrvelCalibrateS::Implements<HelmswayCmds::II
   HostIniService(IHostListener& listener, OrvelCalibrateS::Ref<HelmswayCmds::IIniService> service);
 
   enum class Access { Works, Fails };
+
+  using Service = OrvelCalibrateS::Ref<HelmswayCmds::IIniService>;
+
+  /// The service behind this one. Another can take its place for a while.
+  const Service& Behind() const { return service_; }
+  void SetBehind(Service service) { service_ = std::move(service); }
 
   void SetReads(Access access) { reads_ = access; }
   void SetWrites(Access access) { writes_ = access; }

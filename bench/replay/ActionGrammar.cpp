@@ -61,7 +61,7 @@ constexpr auto Forms = std::to_array<ActionForm>({
     {"instrument power-cycle", PowerCycle, Needs::Simulated, In::ScriptAndDuring},
     {"instrument remote on", RemoteOn, Needs::Simulated, In::ScriptAndDuring},
     {"instrument remote off", RemoteOff, Needs::Simulated, In::ScriptAndDuring},
-    {"during PREFIX ACTION", During, Needs::Nothing, In::Script},
+    {"during LINE ACTION", During, Needs::Nothing, In::Script},
     {"link down", LinkDown, Needs::Nothing, In::ScriptAndDuring},
     {"link up", LinkUp, Needs::Nothing, In::ScriptAndDuring},
     {"file set SECTION KEY VALUE", FileSet, Needs::Nothing, In::ScriptAndDuring},

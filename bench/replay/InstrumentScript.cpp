@@ -13,8 +13,8 @@ void InstrumentScript::Reply(std::string prefix, std::string text) {
   replies_.push_back({std::move(prefix), std::move(text)});
 }
 
-void InstrumentScript::During(std::string prefix, Action action) {
-  waiting_.push_back({std::move(prefix), std::move(action)});
+void InstrumentScript::During(std::string prefix, std::size_t number, Action action) {
+  waiting_.push_back({std::move(prefix), number, std::move(action)});
 }
 
 std::optional<Answer> InstrumentScript::TakeRefusal(std::string_view line) {
@@ -26,9 +26,9 @@ std::optional<Answer> InstrumentScript::TakeRefusal(std::string_view line) {
   return answer;
 }
 
-std::vector<Action> InstrumentScript::TakeWaiting(std::string_view line) {
+std::vector<Action> InstrumentScript::TakeWaiting(std::string_view line, std::size_t number) {
   const auto fits = std::stable_partition(waiting_.begin(), waiting_.end(), [&](const WaitingAction& waiting) {
-    return !line.starts_with(waiting.prefix);
+    return waiting.number == 0 ? !line.starts_with(waiting.prefix) : waiting.number != number;
   });
   std::vector<Action> actions;
   for (auto waiting = fits; waiting != waiting_.end(); ++waiting) actions.push_back(std::move(waiting->action));

@@ -33,8 +33,13 @@ std::string Quoted(std::string_view text) { return '"' + std::string(text) + '"'
 
 }  // namespace
 
-Player::Player(const AddInLibrary& library, std::string marivaneIni, InstrumentKind instrument, IReport& report)
-    : library_(library), marivaneIni_(std::move(marivaneIni)), report_(report), stand_(instrument, marivaneIni_) {
+Player::Player(const AddInLibrary& library, std::string marivaneIni, InstrumentKind instrument, IReport& report,
+               IAttendant* attendant)
+    : library_(library),
+      marivaneIni_(std::move(marivaneIni)),
+      report_(report),
+      attendant_(attendant),
+      stand_(instrument, marivaneIni_) {
   *connection_.Out() = new HostConnection(*this, *this);
   *losableConnection_.Out() = new LosableConnection(Ref<HelmswayCmds::IParentConnection>(connection_.Get()),
                                                     [this] { return LinkReachable(); });
@@ -96,7 +101,7 @@ void Player::Do(const Action& action) {
     case ActionKind::Reply:
       return instrumentScript_.Reply(words[0], words[1]);
     case ActionKind::During:
-      return instrumentScript_.During(words[0], action.waiting.front());
+      return instrumentScript_.During(words[0], static_cast<std::size_t>(action.number), action.waiting.front());
     case ActionKind::LinkDown:
       return connection_->SetLine(Line::Down);
     case ActionKind::LinkUp:
@@ -191,6 +196,7 @@ void Player::CreateAddIn() {
   surface_ = &session_->Surface();
   surface_->SetObserver(this);
   surface_->SetMessageBoxes(this);
+  if (attendant_ != nullptr) attendant_->FormLoaded(*surface_);
 }
 
 void Player::ReleaseAddIn() {
@@ -251,7 +257,8 @@ bool Player::SetChecked(const std::string& box, bool checked) {
 Player::Ending Player::Execute(std::string_view line) {
   const std::optional<Answer> refusal = instrumentScript_.TakeRefusal(line);
   if (!refusal) BeginAtInstrument(line);
-  for (const Action& action : instrumentScript_.TakeWaiting(line)) PerformReporting(action);
+  for (const Action& action : instrumentScript_.TakeWaiting(line, linesSent_)) PerformReporting(action);
+  if (attendant_ != nullptr) attendant_->LineUnderWay(line);
   if (refusal) return {*refusal, AnswerBy::Script};
   Answer answer = stand_.Instrument().End(StopRequested());
   const std::string* const reply = instrumentScript_.ReplyTo(line);
@@ -276,6 +283,7 @@ bool Player::StopRequested() {
 
 bool Player::LinkReachable() noexcept {
   bool reachable = true;
+  if (rehearsal_ != nullptr) return reachable;
   EndingOnFailure([&] {
     if (TrainingInstrument* const training = stand_.TrainingIfMade()) reachable = training->TryLink();
   });
@@ -289,27 +297,27 @@ void Player::End(ExitStatus status, std::string what) {
 }
 
 void Player::StatusTextWritten(std::string_view text) noexcept {
-  if (!silent_) report_.StatusTextWritten(text);
+  if (!Muted()) report_.StatusTextWritten(text);
 }
 
 void Player::StopRequestedWritten(bool value) noexcept {
-  if (!silent_) report_.StopRequestedWritten(value);
+  if (!Muted()) report_.StopRequestedWritten(value);
 }
 
 void Player::AddInActiveWritten(bool value) noexcept {
-  if (!silent_) report_.AddInActiveWritten(value);
+  if (!Muted()) report_.AddInActiveWritten(value);
 }
 
 void Player::ChangedWritten(bool value) noexcept {
-  if (!silent_) report_.ChangedWritten(value);
+  if (!Muted()) report_.ChangedWritten(value);
 }
 
 void Player::FocusSet() noexcept {
-  if (!silent_) report_.FocusSet();
+  if (!Muted()) report_.FocusSet();
 }
 
 void Player::IniWritten(std::string_view section, std::string_view key, std::string_view value) noexcept {
-  if (silent_) return;
+  if (Muted()) return;
   report_.IniWritten(section, key, value);
   // Who registers the teach tool has put it on.
   TrainingInstrument* const training = stand_.TrainingIfMade();
@@ -319,7 +327,13 @@ void Player::IniWritten(std::string_view section, std::string_view key, std::str
 
 Result Player::Send(std::string_view line, std::string& reply, bool& accepted) noexcept {
   if (silent_) return Result::Failed;
+  if (rehearsal_ != nullptr) {
+    rehearsal_->lines.emplace_back(line);
+    accepted = true;
+    return Result::Ok;
+  }
   const bool outerLine = std::exchange(lineUnderWay_, true);
+  ++linesSent_;
   Ending ending{{Answer::Result::Failed, "", ""}, AnswerBy::Instrument};
   EndingOnFailure([&] {
     report_.LineBegins(line);
@@ -346,25 +360,39 @@ void Player::DoWhatBoxAsks(std::string_view title, std::string_view text, forms:
 
 forms::MessageAnswer Player::Show(std::string_view title, std::string_view text, forms::MessageButtons buttons,
                                   forms::MessageIcon icon) noexcept {
-  const forms::MessageAnswer careful = forms::CarefulAnswer(buttons);
-  if (silent_) return careful;
-  forms::MessageAnswer answer = forms::MessageAnswer::Ok;
-  if (buttons != forms::MessageButtons::Ok) {
-    const std::string box = "the message box " + Quoted(title) + " (" + std::string(NameOf(buttons)) + ")";
-    if (answers_.empty()) {
-      End(ExitStatus::ScriptError, "no answer is queued for " + box);
-      return careful;
-    }
-    answer = answers_.front();
-    answers_.pop_front();
-    if (!Offers(buttons, answer)) {
-      End(ExitStatus::ScriptError, "the answer " + std::string(NameOf(answer)) + " isn't among the buttons of " + box);
-      return careful;
-    }
-  }
-  report_.MessageAnswered({title, text, buttons, icon, answer});
-  EndingOnFailure([&] { DoWhatBoxAsks(title, text, answer); });
+  if (rehearsal_ != nullptr) return forms::MessageAnswer::Ok;
+  forms::MessageAnswer answer = forms::CarefulAnswer(buttons);
+  if (silent_) return answer;
+  EndingOnFailure([&] {
+    answer = AnswerTo(title, text, buttons, icon);
+    report_.MessageAnswered({title, text, buttons, icon, answer});
+    DoWhatBoxAsks(title, text, answer);
+  });
   return answer;
+}
+
+forms::MessageAnswer Player::AnswerTo(std::string_view title, std::string_view text, forms::MessageButtons buttons,
+                                      forms::MessageIcon icon) {
+  if (attendant_ != nullptr) return attendant_->Show(title, text, buttons, icon);
+  return buttons == forms::MessageButtons::Ok ? forms::MessageAnswer::Ok : QueuedAnswer(title, buttons);
+}
+
+forms::MessageAnswer Player::QueuedAnswer(std::string_view title, forms::MessageButtons buttons) {
+  const std::string box = "the message box " + Quoted(title) + " (" + std::string(NameOf(buttons)) + ")";
+  if (answers_.empty()) throw ScriptMistake("no answer is queued for " + box);
+  const forms::MessageAnswer answer = answers_.front();
+  answers_.pop_front();
+  if (Offers(buttons, answer)) return answer;
+  throw ScriptMistake("the answer " + std::string(NameOf(answer)) + " isn't among the buttons of " + box);
+}
+
+void Player::Changed(forms::ControlId control, forms::Aspect aspect) noexcept {
+  if (attendant_ != nullptr) attendant_->Changed(control, aspect);
+}
+
+void Player::Closed() noexcept {
+  surface_ = nullptr;
+  if (attendant_ != nullptr) attendant_->Closed();
 }
 
 }  // namespace Helmsway

@@ -16,6 +16,7 @@
 #include "bench/host/HostWindow.h"
 #include "bench/instrument/Instrument.h"
 #include "bench/replay/Action.h"
+#include "bench/replay/Attendant.h"
 #include "bench/replay/ExitStatus.h"
 #include "bench/replay/InstrumentKind.h"
 #include "bench/replay/InstrumentScript.h"
@@ -34,15 +35,24 @@ struct EarlyEnd {
   std::string what;
 };
 
+/// What a save would do.
+struct SaveRehearsal {
+  std::string before;  ///< bytes of the configuration file
+  std::string after;
+  std::vector<std::string> lines;  ///< that the instrument would be sent, as long as it accepts them
+};
+
 /// Plays the host, the operator and, where the script says so, the instrument; reports what happens meanwhile.
 ///
 /// A run that can't go on ends behind the action that is under way: from there on nothing is reported, nothing is
 /// written and no line reaches the instrument.
 class Player final : private IHostListener, ICommandSink, forms::IObserver, forms::IMessageBoxes {
  public:
-  /// `marivaneIni` is the file that the instrument is made of and that `file set` and `file remove` edit. Library and
-  /// report must outlive the player.
-  Player(const AddInLibrary& library, std::string marivaneIni, InstrumentKind instrument, IReport& report);
+  /// `marivaneIni` is the file that the instrument is made of and that `file set` and `file remove` edit; it lies in a
+  /// folder of the run's own. Library, report and attendant must outlive the player. With an attendant, nobody but them
+  /// answers message boxes; without one (null), the script does, and nobody waits for a line.
+  Player(const AddInLibrary& library, std::string marivaneIni, InstrumentKind instrument, IReport& report,
+         IAttendant* attendant = nullptr);
   Player(const Player&) = delete;
   Player& operator=(const Player&) = delete;
   /// Releases what there still is of the add-in; nothing of that is reported.
@@ -50,6 +60,17 @@ class Player final : private IHostListener, ICommandSink, forms::IObserver, form
 
   /// Performs one action. True when the run goes on.
   bool Perform(const Action& action);
+
+  /// What the add-in's save would do as things stand now, found out by doing it where it leaves no mark: on a copy of
+  /// the file, with an instrument that isn't there. Nothing is reported. Not while a line is under way; throws
+  /// `std::exception` when the file can't be copied.
+  SaveRehearsal RehearseSave();
+
+  bool LineIsUnderWay() const { return lineUnderWay_; }
+  /// Whether the flag is set that the add-in looks at between two lines.
+  bool StopRequested();
+  /// The simulated instrument, made now if nothing has needed it before.
+  const TrainingInstrument& Training() { return stand_.Training(); }
 
   /// Set once the run can't go on.
   const std::optional<EarlyEnd>& Ended() const { return ended_; }
@@ -82,7 +103,6 @@ class Player final : private IHostListener, ICommandSink, forms::IObserver, form
 
   Ending Execute(std::string_view line);
   void BeginAtInstrument(std::string_view line);
-  bool StopRequested();
   bool LinkReachable() noexcept;
   /// Runs `step`; what it throws ends the run.
   template <class Step>
@@ -98,8 +118,13 @@ class Player final : private IHostListener, ICommandSink, forms::IObserver, form
 
   HelmswayCmds::Result Send(std::string_view line, std::string& reply, bool& accepted) noexcept override;
 
-  void Changed(forms::ControlId /*control*/, forms::Aspect /*aspect*/) noexcept override {}
-  void Closed() noexcept override { surface_ = nullptr; }
+  void Changed(forms::ControlId control, forms::Aspect aspect) noexcept override;
+  void Closed() noexcept override;
+
+  forms::MessageAnswer AnswerTo(std::string_view title, std::string_view text, forms::MessageButtons buttons,
+                                forms::MessageIcon icon);
+  forms::MessageAnswer QueuedAnswer(std::string_view title, forms::MessageButtons buttons);
+  bool Muted() const { return silent_ || rehearsal_ != nullptr; }
 
   forms::MessageAnswer Show(std::string_view title, std::string_view text, forms::MessageButtons buttons,
                             forms::MessageIcon icon) noexcept override;
@@ -107,6 +132,7 @@ class Player final : private IHostListener, ICommandSink, forms::IObserver, form
   const AddInLibrary& library_;
   const std::string marivaneIni_;
   IReport& report_;
+  IAttendant* const attendant_;
 
   OrvelCalibrateS::Ref<HostConnection> connection_;
   OrvelCalibrateS::Ref<LosableConnection> losableConnection_;  // what the add-in gets
@@ -120,8 +146,10 @@ class Player final : private IHostListener, ICommandSink, forms::IObserver, form
   std::optional<AddInSession> session_;
   forms::ISurface* surface_ = nullptr;  // while the form is loaded
   bool lineUnderWay_ = false;
+  std::size_t linesSent_ = 0;
   bool registeringTool_ = false;
-  bool silent_ = false;  // nothing is reported any more
+  bool silent_ = false;                 // nothing is reported any more
+  SaveRehearsal* rehearsal_ = nullptr;  // while a save is rehearsed
   std::size_t scriptLine_ = 0;
   std::optional<EarlyEnd> ended_;
 };
