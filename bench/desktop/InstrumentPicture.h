@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "bench/instrument/Machine.h"
+#include "bench/instrument/TrainingInstrument.h"
 
 namespace Helmsway {
 
@@ -29,5 +29,9 @@ struct InstrumentPicture {
   std::vector<MachineState::Place> places;  ///< named as the description's slots and stage places are
   std::vector<std::string> damage;          ///< in words, oldest first
 };
+
+/// The instrument when `share` (0 to 1) of the time of the line under way is over; 0 when none is. On its way the edge
+/// follows the motor; where the play leaves it shows at the end.
+InstrumentPicture PictureOf(const TrainingInstrument& instrument, double share);
 
 }  // namespace Helmsway

@@ -54,6 +54,8 @@ struct Travel {
 class IMachine : public IInstrument {
  public:
   virtual MachineState State() const = 0;
+  /// Time since the instrument was made.
+  virtual Seconds Now() const = 0;
 
   /// The moves that the line under way makes until its end, as things stand now. Until then `State` has the axes where
   /// they started.

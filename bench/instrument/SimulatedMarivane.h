@@ -33,6 +33,7 @@ class SimulatedMarivane final : public IMachine {
   const CalibrationValues& CalibrationMemory() const override { return calibrationMemory_; }
 
   MachineState State() const override;
+  Seconds Now() const override { return now_; }
   std::vector<Travel> Travels() const override;
   void Pass(Seconds time) override { now_ += time; }
   void Stall() override;

@@ -151,6 +151,11 @@ void TrainingInstrument::PowerCycle() {
   switchedOff_ = true;
 }
 
+std::vector<Travel> TrainingInstrument::Travels() const {
+  // A line that a fault keeps from the machine moves nothing.
+  return line_.empty() || !LineArrives() ? std::vector<Travel>() : machine_->Travels();
+}
+
 InstrumentView TrainingInstrument::Look() const {
   InstrumentView view{machine_->State(), std::nullopt};
   const bool toolIsOn = !syringe_.toolName.empty() && view.machine.head == syringe_.toolName;

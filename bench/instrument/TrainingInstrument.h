@@ -49,6 +49,11 @@ class TrainingInstrument final : public IInstrument {
   IMachine& Machine() { return *machine_; }
 
   InstrumentView Look() const;
+  /// The way that the axes are going; see `IMachine`.
+  std::vector<Travel> Travels() const;
+  const SyringeDescription& Syringe() const { return syringe_; }
+  /// The instrument's clock.
+  Seconds Now() const { return machine_->Now(); }
   Score CurrentScore() const;
 
  private:

@@ -246,6 +246,11 @@ Action ParseWaiting(Words words) {
 
 }  // namespace
 
+bool PossibleDuringLine(ActionKind kind) {
+  return std::any_of(Forms.begin(), Forms.end(),
+                     [&](const ActionForm& form) { return form.kind == kind && form.place == In::ScriptAndDuring; });
+}
+
 Action ParseAction(Words words) {
   const ActionForm& form = FormOf(words);
   Action action;

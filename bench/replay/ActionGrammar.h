@@ -11,4 +11,7 @@ namespace Helmsway {
 /// say none.
 Action ParseAction(std::span<const ScriptWord> words);
 
+/// Whether an action of that kind can take place while a line is under way.
+bool PossibleDuringLine(ActionKind kind);
+
 }  // namespace Helmsway

@@ -43,6 +43,17 @@ std::vector<ScriptWord> SplitWords(std::string_view line) {
   return words;
 }
 
+std::string WrittenWord(std::string_view text) {
+  const bool plain = !text.empty() && text.front() != '"' && text.find_first_of(" \t") == std::string_view::npos;
+  if (plain) return std::string(text);
+  std::string word = "\"";
+  for (const char character : text) {
+    if (character == '"' || character == '\\') word += '\\';
+    word += character;
+  }
+  return word + '"';
+}
+
 std::string JoinRaw(std::span<const ScriptWord> words) {
   std::string text;
   for (const ScriptWord& word : words) {

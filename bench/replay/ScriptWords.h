@@ -24,6 +24,9 @@ struct ScriptWord {
 /// Throws `ScriptMistake` when that is missing, or something other than a blank stands right behind it.
 std::vector<ScriptWord> SplitWords(std::string_view line);
 
+/// How a script writes a word that says `text`: between quotes where it needs them.
+std::string WrittenWord(std::string_view text);
+
 /// The words as they are written, with single blanks between them.
 std::string JoinRaw(std::span<const ScriptWord> words);
 

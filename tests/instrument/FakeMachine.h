@@ -45,6 +45,7 @@ class FakeMachine final : public IMachine {
   std::vector<Travel> Travels() const override { return {}; }
   const CalibrationValues& CalibrationMemory() const override { return state_.memory; }
   MachineState State() const override { return state_; }
+  Seconds Now() const override { return state_.time; }
   void Pass(Seconds time) override { state_.time += time; }
   void Stall() override { stalled_ = true; }
   void PowerCycle() override {

@@ -1,0 +1,161 @@
+#include "bench/desktop/BenchReport.h"
+
+#include <utility>
+
+#include "bench/replay/FormSnapshot.h"
+#include "bench/replay/InstrumentWords.h"
+#include "bench/replay/MessageWords.h"
+
+namespace Helmsway {
+namespace {
+
+using Kind = ConsoleEntry::Kind;
+
+constexpr std::string_view SaveLine = "SET_CALIBRATION SAVE";
+
+QString Text(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+
+QString YesNo(bool value) { return value ? QStringLiteral("True") : QStringLiteral("False"); }
+
+forms::ControlState ButtonOf(const Action& action, const forms::ISurface& form) {
+  return form.State(form.Find("cmdButton", static_cast<std::int16_t>(action.number)));
+}
+
+bool IsArrow(const Action& action, const forms::ISurface* form) {
+  return action.kind == ActionKind::ClickButton && form != nullptr &&
+         ButtonOf(action, *form).arrow != forms::Arrow::None;
+}
+
+/// What a person presses, in their words; the script's own words otherwise.
+QString InWords(const Action& action, const forms::ISurface* form) {
+  if (action.kind != ActionKind::ClickButton || form == nullptr) return Text(action.text);
+  const forms::ControlState state = ButtonOf(action, *form);
+  const QString caption = state.arrow == forms::Arrow::Up     ? QStringLiteral("arrow up")
+                          : state.arrow == forms::Arrow::Down ? QStringLiteral("arrow down")
+                                                              : Text(state.caption);
+  return QStringLiteral("%1 [%2]").arg(Text(action.text), caption);
+}
+
+QString ResultWord(const Answer& answer) {
+  switch (answer.result) {
+    case Answer::Result::Ok:
+      return QStringLiteral("ok");
+    case Answer::Result::Refused:
+      return QStringLiteral("refused");
+    case Answer::Result::Failed:
+      return QStringLiteral("failed");
+  }
+  return {};
+}
+
+}  // namespace
+
+BenchReport::BenchReport(ConsoleModel& console, std::function<Seconds()> clock)
+    : console_(console), clock_(std::move(clock)) {}
+
+void BenchReport::Tell(Kind kind, const QString& text, const QString& result, const QString& reply) {
+  console_.Add({kind, clock_(), text, std::nullopt, result, reply});
+}
+
+void BenchReport::Note(const QString& text) { Tell(Kind::Note, text); }
+
+void BenchReport::Performing(const Action& action, const forms::ISurface* form) {
+  record_.Performing(action, form);
+  Tell(Kind::Action, InWords(action, form));
+  if (IsArrow(action, form)) Q_EMIT Jogged();
+}
+
+void BenchReport::Ignored(const Action& action) {
+  record_.Ignored(action);
+  Tell(Kind::Note, tr("ignored: %1").arg(Text(action.text)));
+}
+
+void BenchReport::StatusTextWritten(std::string_view text) {
+  record_.StatusTextWritten(text);
+  Tell(Kind::Status, Text(text));
+  Q_EMIT StatusText(Text(text));
+}
+
+void BenchReport::StopRequestedWritten(bool value) {
+  record_.StopRequestedWritten(value);
+  if (value) Tell(Kind::Flag, QStringLiteral("StopRequested = %1").arg(YesNo(value)));
+}
+
+void BenchReport::AddInActiveWritten(bool value) { record_.AddInActiveWritten(value); }
+
+void BenchReport::ChangedWritten(bool value) {
+  record_.ChangedWritten(value);
+  Tell(Kind::Flag, QStringLiteral("Changed = %1").arg(YesNo(value)));
+  Q_EMIT Changed(value);
+}
+
+void BenchReport::FocusSet() {
+  record_.FocusSet();
+  Q_EMIT FocusAsked();
+}
+
+void BenchReport::IniWritten(std::string_view section, std::string_view key, std::string_view value) {
+  record_.IniWritten(section, key, value);
+  Tell(Kind::Write, QStringLiteral("[%1] %2=%3").arg(Text(section), Text(key), Text(value)));
+}
+
+void BenchReport::LineBegins(std::string_view line) {
+  record_.LineBegins(line);
+  line_ = {Kind::Line, clock_(), Text(line), std::nullopt, QStringLiteral("under way"), {}};
+  lineRow_ = console_.Add(line_);
+  Q_EMIT LineBegan(line_.text);
+}
+
+void BenchReport::LineEnded(std::string_view line, const Answer& answer, AnswerBy by) {
+  record_.LineEnded(line, answer, by);
+  const bool accepted = answer.result == Answer::Result::Ok;
+  line_.duration = clock_() - line_.time;
+  line_.result = ResultWord(answer);
+  line_.reply = Text(accepted ? answer.reply : answer.reason);
+  console_.Update(lineRow_, line_);
+  const QString why = line_.reply.isEmpty() ? line_.result : line_.reply;
+  Q_EMIT LineOver(line_.text, accepted ? QString() : why);
+  if (accepted && line == SaveLine) Q_EMIT MemorySaved();
+}
+
+void BenchReport::FaultStruck(const Fault& fault) {
+  record_.FaultStruck(fault);
+  Tell(Kind::Note, tr("planned fault: %1").arg(Text(Describe(fault))));
+}
+
+void BenchReport::MessageAnswered(const AnsweredMessage& message) {
+  record_.MessageAnswered(message);
+  Tell(Kind::Message, Text(message.text), {}, Text(NameOf(message.answer)));
+  if (message.title == SaveQuestion) Q_EMIT SaveAnswered(message.answer);
+}
+
+void BenchReport::MemberRead(std::string_view name, const MemberValue& value) {
+  record_.MemberRead(name, value);
+  if (const auto* const text = std::get_if<std::string>(&value); text != nullptr && name == "Caption") {
+    Q_EMIT CaptionRead(Text(*text));
+  }
+  const auto* const flag = std::get_if<bool>(&value);
+  if (flag != nullptr && name == "ShowButtons") Q_EMIT ButtonsShown(*flag);
+  if (flag != nullptr && name == "ShowStatusBar") Q_EMIT StatusBarShown(*flag);
+}
+
+void BenchReport::FormShown(const forms::ISurface& form, std::string_view statusText) {
+  record_.FormShown(form, statusText);
+}
+
+void BenchReport::InstrumentShown(const InstrumentView& view, const std::vector<MemoryDifference>& differences) {
+  record_.InstrumentShown(view, differences);
+  for (const std::string& line : InWords(view)) Tell(Kind::Note, Text(line));
+}
+
+void BenchReport::ScoreShown(const Score& score) {
+  record_.ScoreShown(score);
+  QStringList lines;
+  for (const std::string& line : InWords(score)) lines += Text(line);
+  for (const QString& line : lines) Tell(Kind::Note, line);
+  Q_EMIT ScoreTold(lines);
+}
+
+void BenchReport::Ended(const RunEnd& end) { record_.Ended(end); }
+
+}  // namespace Helmsway

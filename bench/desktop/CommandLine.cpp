@@ -1,0 +1,73 @@
+#include "bench/desktop/CommandLine.h"
+
+#include <QCommandLineParser>
+#include <QTextStream>
+#include <cstdlib>
+
+#include "bench/desktop/Appearance.h"
+
+namespace Helmsway {
+namespace {
+
+[[noreturn]] void Complain(const QString& what) {
+  QTextStream(stderr) << "helmsway-bench: " << what << '\n';
+  std::exit(EXIT_FAILURE);
+}
+
+int NumberOf(const QCommandLineParser& parser, const QCommandLineOption& option, int least, int most) {
+  bool isNumber = false;
+  const int number = parser.value(option).toInt(&isNumber);
+  if (isNumber && number >= least && number <= most) return number;
+  Complain(QStringLiteral("--%1 is a whole number from %2 to %3, not %4")
+               .arg(option.names().constLast())
+               .arg(least)
+               .arg(most)
+               .arg(parser.value(option)));
+}
+
+}  // namespace
+
+BenchOptions ParseBenchCommandLine(const QStringList& arguments) {
+  const QCommandLineOption addIn(QStringLiteral("addin"),
+                                 QStringLiteral("The add-in library; the registered one if not given"),
+                                 QStringLiteral("PATH"));
+  const QCommandLineOption installation(
+      QStringLiteral("installation"),
+      QStringLiteral("Folder with Marivane.ini and Helmsway.ini, which are worked on; one of the bench's own, made at "
+                     "the first start, if not given"),
+      QStringLiteral("DIR"));
+  const QCommandLineOption clock(QStringLiteral("clock"), QStringLiteral("How many times faster than real, 1 to 100"),
+                                 QStringLiteral("FACTOR"), QStringLiteral("1"));
+  const QCommandLineOption seed(QStringLiteral("seed"),
+                                QStringLiteral("What the hidden truth of the syringe axis depends on"),
+                                QStringLiteral("NUMBER"), QStringLiteral("1"));
+  const QCommandLineOption lostSteps(QStringLiteral("lost-steps"),
+                                     QStringLiteral("The syringe axis loses steps now and then"));
+  const QCommandLineOption textSize(QStringLiteral("text-size"), QStringLiteral("Size of all text in percent"),
+                                    QStringLiteral("PERCENT"), QStringLiteral("100"));
+  const QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("Dark colours"));
+
+  QCommandLineParser parser;
+  parser.setApplicationDescription(
+      QStringLiteral("The stand-in host with a simulated Marivane: runs the add-in in a window."));
+  parser.addHelpOption();
+  parser.addVersionOption();
+  parser.addOptions({addIn, installation, clock, seed, lostSteps, textSize, dark});
+  parser.process(arguments);
+  if (!parser.positionalArguments().isEmpty()) {
+    Complain(QStringLiteral("there is nothing to be done with %1; see --help")
+                 .arg(parser.positionalArguments().constFirst()));
+  }
+
+  BenchOptions options;
+  options.addIn = parser.value(addIn).toStdString();
+  options.installation = parser.value(installation).toStdString();
+  options.factor = NumberOf(parser, clock, 1, 100);
+  options.seed.number = static_cast<std::uint32_t>(NumberOf(parser, seed, 0, 2147483646));
+  options.seed.lostSteps = parser.isSet(lostSteps) ? LostSteps::Some : LostSteps::None;
+  options.textSize = NumberOf(parser, textSize, Appearance::SmallestText, Appearance::LargestText);
+  options.dark = parser.isSet(dark);
+  return options;
+}
+
+}  // namespace Helmsway

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QStringList>
+#include <filesystem>
+
+#include "bench/desktop/BenchSession.h"
+
+namespace Helmsway {
+
+/// What the bench's command line asks for.
+struct BenchOptions {
+  std::filesystem::path addIn;         ///< empty: the one that is registered
+  std::filesystem::path installation;  ///< empty: the bench's own
+  TrainingSeed seed;
+  int factor = 1;
+  int textSize = 100;  ///< percent
+  bool dark = false;
+};
+
+/// Ends the program, help or a complaint having been told, when the command line asks for that or is bad.
+BenchOptions ParseBenchCommandLine(const QStringList& arguments);
+
+}  // namespace Helmsway

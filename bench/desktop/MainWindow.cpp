@@ -1,0 +1,400 @@
+#include "bench/desktop/MainWindow.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QFileDialog>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QProgressBar>
+#include <QScrollArea>
+#include <QScreen>
+#include <QScrollBar>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QToolBar>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "bench/desktop/Appearance.h"
+#include "bench/desktop/ConsolePane.h"
+#include "bench/desktop/InstrumentPane.h"
+#include "bench/desktop/SimulationMenu.h"
+#include "bench/desktop/ValuesPane.h"
+#include "bench/instrument/DescribeMachine.h"
+#include "bench/instrument/HeadPositions.h"
+#include "bench/instrument/MemoryComparison.h"
+#include "bench/replay/LineDifference.h"
+
+namespace Helmsway {
+namespace {
+
+constexpr int TextSizeStep = 25;
+
+QString TextOf(const std::string& text) { return QString::fromStdString(text); }
+
+/// The text of the form's control of that name; empty when it has none.
+std::string ControlText(forms::ISurface* surface, std::string_view name) {
+  if (surface == nullptr) return {};
+  const forms::ControlId control = surface->Find(name, forms::NoIndex);
+  return control == forms::NoControl ? std::string() : std::string(surface->State(control).text);
+}
+
+}  // namespace
+
+MainWindow::MainWindow(SessionOptions options, QWidget* parent) : QMainWindow(parent), options_(std::move(options)) {
+  setObjectName(QStringLiteral("mainWindow"));
+  ShowCaption({});
+  BuildPanes();
+  BuildMenus();
+  BuildStatusBar();
+  connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, &MainWindow::ShowValues);
+  connect(&watcher_, &QFileSystemWatcher::fileChanged, this, &MainWindow::ShowValues);
+  ShowWhatIsPossible();
+}
+
+MainWindow::~MainWindow() { EndSession(); }
+
+void MainWindow::BuildPanes() {
+  formArea_ = new QScrollArea(this);
+  formArea_->setObjectName(QStringLiteral("frame"));
+  formArea_->setAccessibleName(tr("Add-in"));
+  formArea_->setWidgetResizable(true);
+  formArea_->setFocusPolicy(Qt::NoFocus);
+  setCentralWidget(formArea_);
+
+  instrumentDock_ = new QDockWidget(tr("Instrument (simulated)"), this);
+  instrumentDock_->setObjectName(QStringLiteral("instrumentDock"));
+  addDockWidget(Qt::RightDockWidgetArea, instrumentDock_);
+
+  consolePane_ = new ConsolePane(console_, this);
+  values_ = new ValuesPane(this);
+  tabs_ = new QTabWidget(this);
+  tabs_->setObjectName(QStringLiteral("tabs"));
+  tabs_->addTab(values_, tr("&Values"));
+  tabs_->addTab(consolePane_, tr("&Console"));
+  lowerDock_ = new QDockWidget(tr("Values and Console"), this);
+  lowerDock_->setObjectName(QStringLiteral("lowerDock"));
+  lowerDock_->setWidget(tabs_);
+  addDockWidget(Qt::BottomDockWidgetArea, lowerDock_);
+  setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
+
+  connect(consolePane_, &ConsolePane::SaveTraceAsked, this, [this] {
+    SaveAs(tr("Save as Trace"), tr("Traces (*.jsonl)"), QStringLiteral("jsonl"), &BenchSession::SaveTrace);
+  });
+  connect(consolePane_, &ConsolePane::SaveScriptAsked, this, [this] {
+    SaveAs(tr("Save Session as Replay Script"), tr("Scripts (*.replay)"), QStringLiteral("replay"),
+           &BenchSession::SaveScript);
+  });
+}
+
+void MainWindow::BuildMenus() {
+  BuildHostMenu();
+  BuildSessionMenu();
+  BuildViewMenu();
+}
+
+void MainWindow::BuildHostMenu() {
+  QMenu* const host = menuBar()->addMenu(tr("&Host"));
+  const auto add = [&](const char* name, const QString& text, const QKeySequence& keys, auto triggered) {
+    QAction* const action = host->addAction(text);
+    action->setObjectName(QString::fromLatin1(name));
+    action->setShortcut(keys);
+    connect(action, &QAction::triggered, this, triggered);
+    return action;
+  };
+  saveChanges_ =
+      add("saveChanges", tr("&Save"), QKeySequence::Save, [this] { Perform(QStringLiteral("host SaveChanges")); });
+  loadDefaults_ = add("loadDefaults", tr("&Defaults"), QKeySequence(Qt::CTRL | Qt::Key_D),
+                      [this] { Perform(QStringLiteral("host LoadDefaults")); });
+  stop_ = add("stop", tr("S&top"), QKeySequence(Qt::Key_Escape), [this] { Perform(QStringLiteral("host stop")); });
+  host->addSeparator();
+  startAddIn_ = add("startAddIn", tr("St&art the Add-In"), {}, [this] { session_->StartAddIn(); });
+  endAddIn_ = add("endAddIn", tr("&End the Add-In"), {}, [this] { EndAddIn(); });
+  host->addSeparator();
+  add("quit", tr("&Quit"), QKeySequence::Quit, [this] { close(); });
+
+  hostButtons_ = addToolBar(tr("Host Buttons"));
+  hostButtons_->setObjectName(QStringLiteral("hostButtons"));
+  hostButtons_->setToolButtonStyle(Qt::ToolButtonTextOnly);
+  hostButtons_->addActions({saveChanges_, loadDefaults_, stop_});
+  for (QAction* const action : hostButtons_->actions()) {
+    hostButtons_->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
+  }
+}
+
+void MainWindow::BuildSessionMenu() {
+  simulation_ = new SimulationMenu(this);
+  menuBar()->addMenu(simulation_);
+  simulation_->ShowFactor(static_cast<int>(options_.factor));
+  connect(simulation_, &SimulationMenu::ActionAsked, this, &MainWindow::Perform);
+  connect(simulation_, &SimulationMenu::FactorChosen, this, &MainWindow::SetFactor);
+  connect(simulation_, &SimulationMenu::NewSessionAsked, this, &MainWindow::NewSession);
+}
+
+void MainWindow::BuildViewMenu() {
+  QMenu* const view = menuBar()->addMenu(tr("&View"));
+  const auto addSize = [&](const QString& text, const QKeySequence& keys, auto size) {
+    QAction* const action = view->addAction(text);
+    action->setShortcut(keys);
+    connect(action, &QAction::triggered, this, [this, size] { SetTextSize(size()); });
+  };
+  addSize(tr("&Larger Text"), QKeySequence::ZoomIn, [] { return Appearance::TextSize() + TextSizeStep; });
+  addSize(tr("S&maller Text"), QKeySequence::ZoomOut, [] { return Appearance::TextSize() - TextSizeStep; });
+  addSize(tr("&Normal Text"), QKeySequence(Qt::CTRL | Qt::Key_0), [] { return 100; });
+  QAction* const dark = view->addAction(tr("&Dark Colours"));
+  dark->setObjectName(QStringLiteral("darkColors"));
+  dark->setCheckable(true);
+  connect(dark, &QAction::toggled, this,
+          [](bool on) { Appearance::SetColors(on ? Appearance::Colors::Dark : Appearance::Colors::Desktop); });
+  view->addSeparator();
+  for (const QDockWidget* const dock : findChildren<QDockWidget*>()) view->addAction(dock->toggleViewAction());
+}
+
+void MainWindow::BuildStatusBar() {
+  status_ = new QLabel(this);
+  status_->setObjectName(QStringLiteral("STATUS"));
+  status_->setAccessibleName(tr("Status"));
+  busyText_ = new QLabel(this);
+  busyText_->setObjectName(QStringLiteral("busyText"));
+  busy_ = new QProgressBar(this);
+  busy_->setObjectName(QStringLiteral("busy"));
+  busy_->setRange(0, 1000);
+  busy_->setTextVisible(false);
+  busy_->setFixedWidth(fontMetrics().averageCharWidth() * 16);
+  auto* const simulated = new QLabel(tr("SIMULATION"), this);
+  simulated->setStyleSheet(QStringLiteral("background: #ffc000; color: black; padding: 0 4px; font-weight: bold"));
+  statusBar()->addWidget(status_, 1);
+  statusBar()->addPermanentWidget(busyText_);
+  statusBar()->addPermanentWidget(busy_);
+  statusBar()->addPermanentWidget(simulated);
+  busy_->hide();
+}
+
+bool MainWindow::BeginSession() {
+  EndSession();
+  try {
+    session_ = std::make_unique<BenchSession>(options_, console_, messageBoxes_);
+    instrument_ = new InstrumentPane(DescribeMachine(session_->MarivaneIni()), instrumentDock_);
+    delete instrumentDock_->widget();
+    instrumentDock_->setWidget(instrument_);
+    Connect(*session_);
+    session_->StartAddIn();
+  } catch (const std::exception& error) {
+    session_.reset();
+    ShowWhatIsPossible();
+    QMessageBox::critical(this, tr("Helmsway Bench"), QString::fromUtf8(error.what()));
+    return false;
+  }
+  watcher_.addPath(TextOf(options_.installation.string()));
+  TakeRoom();
+  ShowInstrument();
+  ShowValues();
+  return true;
+}
+
+void MainWindow::TakeRoom() {
+  if (isVisible()) return;
+  // The whole form, as far as the screen goes; what is below and beside it takes the rest.
+  const QSize form = form_->sizeHint();
+  const int lower = fontMetrics().lineSpacing() * 13;
+  const QSize wanted(form.width() + instrument_->sizeHint().width(), form.height() + lower + fontMetrics().height() * 8);
+  resize(wanted.boundedTo(screen()->availableSize() - QSize(8, 40)));
+  resizeDocks({lowerDock_}, {lower}, Qt::Vertical);
+}
+
+void MainWindow::Connect(BenchSession& session) {
+  connect(&session, qOverload<>(&BenchSession::FormLoaded), this, &MainWindow::ShowForm);
+  connect(&session, &BenchSession::FormClosed, this, &MainWindow::HideForm);
+  connect(&session, &BenchSession::ControlChanged, this, [this](forms::ControlId control, forms::Aspect aspect) {
+    if (form_ != nullptr) form_->Changed(control, aspect);
+  });
+  connect(&session, &BenchSession::Progress, this, &MainWindow::ShowProgress);
+  connect(&session, &BenchSession::Began, this, &MainWindow::ShowWhatIsPossible);
+  connect(&session, &BenchSession::Rested, this, &MainWindow::Rested);
+  connect(&session, &BenchSession::SaveAsked, this, &MainWindow::ShowSaveRehearsal);
+
+  BenchReport& report = session.Report();
+  connect(&report, &BenchReport::StatusText, status_, &QLabel::setText);
+  connect(&report, &BenchReport::Changed, this, &MainWindow::setWindowModified);
+  connect(&report, &BenchReport::FocusAsked, this, [this] { activateWindow(); });
+  connect(&report, &BenchReport::CaptionRead, this, &MainWindow::ShowCaption);
+  connect(&report, &BenchReport::ButtonsShown, hostButtons_, &QWidget::setVisible);
+  connect(&report, &BenchReport::StatusBarShown, statusBar(), &QWidget::setVisible);
+  connect(&report, &BenchReport::LineBegan, this, [this] {
+    lineTime_.start();
+    ShowWhatIsPossible();
+  });
+  connect(&report, &BenchReport::LineOver, this, &MainWindow::ShowLineOver);
+  connect(&report, &BenchReport::Jogged, this, [this] { setWindowModified(true); });
+  connect(&report, &BenchReport::SaveAnswered, this, [this](forms::MessageAnswer answer) {
+    saveAnswered_ = answer == forms::MessageAnswer::Ok;
+    memorySaved_ = false;
+    if (!saveAnswered_) values_->ClearPreview();
+  });
+  connect(&report, &BenchReport::MemorySaved, this, [this] { memorySaved_ = true; });
+  connect(&report, &BenchReport::ScoreTold, this, [this](const QStringList& lines) {
+    QMessageBox::information(this, tr("Score (Simulation)"), lines.join(QLatin1Char('\n')));
+  });
+}
+
+void MainWindow::EndSession() {
+  if (!session_) return;
+  session_->EndAddIn();
+  HideForm();
+  session_.reset();
+  console_.Clear();
+  values_->ClearPreview();
+  setWindowModified(false);
+}
+
+void MainWindow::EndAddIn() {
+  if (!MayLeaveUnsaved()) return;
+  session_->EndAddIn();
+  setWindowModified(false);
+}
+
+void MainWindow::ShowForm() {
+  form_ = new FormView(*session_->Surface(), *session_, this);
+  session_->Surface()->SetWindowHandle(static_cast<std::int32_t>(winId()));
+  formArea_->setWidget(form_);  // takes the form before away
+  formArea_->setMinimumWidth(form_->sizeHint().width() + formArea_->verticalScrollBar()->sizeHint().width());
+  form_->setFocus();
+}
+
+void MainWindow::HideForm() {
+  if (form_ == nullptr) return;
+  // It may be in the middle of passing on a click, so it stays, as a picture, until the next form takes its place.
+  std::exchange(form_, nullptr)->Detach();
+}
+
+void MainWindow::ShowCaption(const QString& caption) {
+  const QString host = tr("Helmsway Bench (simulation)");
+  setWindowTitle(caption.isEmpty() ? host : QStringLiteral("%1[*] - %2").arg(caption, host));
+}
+
+void MainWindow::ShowProgress(double share) {
+  busy_->show();
+  busy_->setValue(static_cast<int>(share * busy_->maximum()));
+  const double seconds = static_cast<double>(lineTime_.elapsed()) / 1000;
+  const QString line = session_->Report().LineText();
+  busyText_->setText(tr("%1: %2 s").arg(line).arg(seconds, 0, 'f', 1));
+  instrument_->ShowLineUnderWay(line.toStdString(), share);
+  ShowInstrument();
+}
+
+void MainWindow::ShowLineOver(const QString& line, const QString& reason) {
+  busy_->hide();
+  busyText_->clear();
+  instrument_->ShowLineEnded();
+  if (!reason.isEmpty()) instrument_->ShowRefusal(line.toStdString(), reason.toStdString());
+}
+
+void MainWindow::ShowInstrument() {
+  if (!session_) return;
+  const InstrumentPicture picture = session_->Picture();
+  instrument_->Show(picture);
+  simulation_->ShowRemote(picture.remote);
+}
+
+void MainWindow::ShowValues() {
+  if (!session_ || !session_->IsAtRest()) return;
+  const CalibrationValues& memory = session_->CalibrationMemory();
+  values_->Show(
+      ReadHeadPositions(session_->MarivaneIni(), ControlText(session_->Surface(), "txtCurrentCollect"), memory),
+      CompareMemory(memory, session_->MarivaneIni()));
+}
+
+void MainWindow::ShowSaveRehearsal(const SaveRehearsal& rehearsal) {
+  values_->ShowPreview(LineDifference(rehearsal.before, rehearsal.after), rehearsal.lines);
+  tabs_->setCurrentWidget(values_);
+}
+
+void MainWindow::ShowSaveEnd() {
+  if (!std::exchange(saveAnswered_, false)) return;
+  values_->ShowReadBack(CompareMemory(session_->CalibrationMemory(), session_->MarivaneIni()),
+                        memorySaved_ ? SaveEnd::Saved : SaveEnd::NotSaved);
+}
+
+void MainWindow::ShowWhatIsPossible() {
+  const bool session = session_ != nullptr;
+  const bool atRest = session && session_->IsAtRest();
+  const bool loaded = session && session_->Surface() != nullptr;
+  // The host's own calls would run in the middle of a line, so they aren't offered then.
+  saveChanges_->setEnabled(atRest && loaded);
+  loadDefaults_->setEnabled(atRest && loaded);
+  endAddIn_->setEnabled(atRest && loaded);
+  startAddIn_->setEnabled(atRest && !loaded);
+  stop_->setEnabled(session && session_->LineIsUnderWay());
+  simulation_->setEnabled(session);
+  simulation_->SetAtRest(atRest);
+}
+
+void MainWindow::Rested() {
+  ShowWhatIsPossible();
+  ShowInstrument();
+  ShowValues();
+  ShowSaveEnd();
+  if (!session_->WhyOver().isEmpty()) {
+    session_->Report().Note(tr("the session can't go on: %1; begin a new one").arg(session_->WhyOver()));
+  }
+  if (closing_) QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+}
+
+void MainWindow::Perform(const QString& action) {
+  if (!session_) return;
+  instrument_->ClearRefusal();
+  session_->Perform(action.toStdString());
+}
+
+void MainWindow::NewSession(const TrainingSeed& seed) {
+  if (!MayLeaveUnsaved()) return;
+  options_.seed = seed;
+  BeginSession();
+}
+
+void MainWindow::SetFactor(int factor) {
+  options_.factor = factor;
+  if (session_) session_->SetFactor(factor);
+}
+
+void MainWindow::SetTextSize(int percent) { Appearance::SetTextSize(percent); }
+
+void MainWindow::SaveAs(const QString& title, const QString& filter, const QString& suffix,
+                        void (BenchSession::*save)(const std::filesystem::path&) const) {
+  if (!session_) return;
+  QFileDialog dialog(this, title, {}, filter);
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setDefaultSuffix(suffix);
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
+  try {
+    (session_.get()->*save)(dialog.selectedFiles().constFirst().toStdString());
+  } catch (const std::exception& error) {
+    QMessageBox::critical(this, title, QString::fromUtf8(error.what()));
+  }
+}
+
+bool MainWindow::MayLeaveUnsaved() {
+  if (!isWindowModified()) return true;
+  return QMessageBox::question(this, tr("Helmsway Bench"),
+                               tr("The S position that you reached with Up and Down isn't saved. Leave it?"),
+                               QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  const bool atRest = !session_ || session_->IsAtRest();
+  if (atRest) {
+    if (!closing_ && !MayLeaveUnsaved()) return event->ignore();
+    EndSession();
+    return event->accept();
+  }
+  // A move can't be broken off, so the window goes when it is over; nothing further is begun.
+  event->ignore();
+  if (std::exchange(closing_, true)) return;
+  status_->setText(tr("Closing when the move is over..."));
+  messageBoxes_.AnswerCarefully();
+  session_->Perform("host stop");
+}
+
+}  // namespace Helmsway

@@ -1,0 +1,48 @@
+#include "bench/desktop/ReadingOrder.h"
+
+#include <algorithm>
+#include <iterator>
+#include <tuple>
+
+namespace Helmsway {
+namespace {
+
+using Controls = std::vector<const FormControl*>;
+
+/// Sorted by top edge. Those whose middle lies above the bottom edge of a row's first control belong to its row.
+void SortRows(Controls& controls) {
+  std::stable_sort(controls.begin(), controls.end(),
+                   [](const auto* a, const auto* b) { return a->bounds.top < b->bounds.top; });
+  for (auto row = controls.begin(); row != controls.end();) {
+    const std::int32_t bottom = (*row)->bounds.top + (*row)->bounds.height;
+    const auto end = std::find_if(std::next(row), controls.end(), [&](const auto* control) {
+      return control->bounds.top + control->bounds.height / 2 >= bottom;
+    });
+    std::stable_sort(row, end, [](const auto* a, const auto* b) {
+      return std::tie(a->bounds.left, a->bounds.top) < std::tie(b->bounds.left, b->bounds.top);
+    });
+    row = end;
+  }
+}
+
+void Append(Controls& order, const std::vector<FormControl>& controls, forms::ControlId container) {
+  Controls contents;
+  for (const FormControl& control : controls) {
+    if (control.container == container) contents.push_back(&control);
+  }
+  SortRows(contents);
+  for (const FormControl* control : contents) {
+    order.push_back(control);
+    Append(order, controls, control->id);
+  }
+}
+
+}  // namespace
+
+std::vector<const FormControl*> ReadingOrder(const std::vector<FormControl>& controls) {
+  Controls order;
+  Append(order, controls, forms::NoControl);
+  return order;
+}
+
+}  // namespace Helmsway

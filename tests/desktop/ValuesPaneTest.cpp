@@ -1,0 +1,167 @@
+#include <gtest/gtest.h>
+
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QScrollBar>
+#include <QTableView>
+#include <QTest>
+#include <QTextBlock>
+#include <QTextCursor>
+
+#include "bench/desktop/ValuesPane.h"
+
+namespace Helmsway {
+namespace {
+
+class ValuesPaneTest : public testing::Test {
+ protected:
+  ValuesPaneTest() {
+    pane_.resize(900, 600);
+    pane_.show();
+  }
+
+  std::string RowText(int row) {
+    const QAbstractItemModel& model = *pane_.findChild<QTableView*>(QStringLiteral("valuesTable"))->model();
+    QString text = model.headerData(row, Qt::Vertical).toString();
+    for (int column = 0; column < model.columnCount(); ++column) {
+      text += QStringLiteral(" | ") + model.index(row, column).data().toString();
+    }
+    return text.toStdString();
+  }
+
+  std::string Label(const char* name) {
+    return pane_.findChild<QLabel*>(QString::fromLatin1(name))->text().toStdString();
+  }
+  QPlainTextEdit& Lines(const char* name) { return *pane_.findChild<QPlainTextEdit*>(QString::fromLatin1(name)); }
+  std::string LinesText(const char* name) { return Lines(name).toPlainText().toStdString(); }
+  bool IsPreviewVisible() { return pane_.findChild<QWidget*>(QStringLiteral("valuesPreview"))->isVisible(); }
+
+  ValuesPane pane_;
+};
+
+TEST_F(ValuesPaneTest, EachHeadTellsItsChangeAndItsAgreement) {
+  const std::string eight = "AspirateOrigin_8Ch_125_S";
+  const std::string twelve = "AspirateOrigin_12Ch_30_S";
+  HeadPositions positions;
+  positions.mmPerStep = 0.05;
+  positions.heads = {{"1", "Twin", 500, 600, eight, "580"},
+                     {"2", "Eight", 580, 600, eight, "580"},
+                     {"3", "Twelve", -590, -600, twelve, "-580"},
+                     {"4", "Short", 600, 600, "AspirateOrigin_1Ch_12_S", ""},
+                     {"5", "Long", 7, std::nullopt, "AspirateOrigin_1Ch_300_S", "7"},
+                     {"6", "Trial", 8, 2147483647, "", ""}};
+  pane_.Show(positions,
+             {{twelve, "-590", "-580"}, {"AspirateOrigin_1Ch_12_S", "600", ""}, {"TipEject_1Ch_300_S", "-30", "-25"}});
+  EXPECT_EQ(RowText(0), "Item1 | Twin | 600 | 500 | 500 → 600 (+100 steps, +5.000 mm) | 580 | = same (Item2 counts)");
+  EXPECT_EQ(RowText(1), "Item2 | Eight | 600 | 580 | 580 → 600 (+20 steps, +1.000 mm) | 580 | = same");
+  EXPECT_EQ(RowText(2), "Item3 | Twelve | -600 | -590 | -590 → -600 (-10 steps, -0.500 mm) | -580 | ≠ differs");
+  EXPECT_EQ(RowText(3), "Item4 | Short | 600 | 600 | no change | – | – no value");
+  EXPECT_EQ(RowText(4), "Item5 | Long | – | 7 | – | 7 | ≠ tip eject differs");
+  EXPECT_EQ(Label("valuesSummary"), "≠ File and instrument: 3 of 4 classes differ");
+
+  // Without an S axis a step has no length.
+  positions.mmPerStep = 0;
+  positions.heads = {positions.heads[1], positions.heads[5]};
+  pane_.Show(positions, {});
+  EXPECT_EQ(RowText(0), "Item2 | Eight | 600 | 580 | 580 → 600 (+20 steps) | 580 | = same");
+  EXPECT_EQ(RowText(1), "Item6 | Trial | 2147483647 | 8 | 8 → 2147483647 (+2147483639 steps) | – | – not kept there");
+  EXPECT_EQ(Label("valuesSummary"), "= File and instrument agree for all 1 classes");
+
+  positions.heads.erase(positions.heads.begin());
+  pane_.Show(positions, {});
+  EXPECT_EQ(Label("valuesSummary"), "– The file has no head that the instrument keeps a value for");
+}
+
+TEST_F(ValuesPaneTest, ThePreviewShowsTheExactLinesFromTheTop) {
+  EXPECT_FALSE(IsPreviewVisible());
+  std::vector<std::string> fileLines = {"@@ -9,1 +9,1 @@", "-Item1=\"Acht\",-580,1", "+Item1=\"Acht\",600,1"};
+  std::vector<std::string> commands = {"SET_CALIBRATION AspirateOrigin_8Ch_125_S 600"};
+  pane_.ShowPreview(fileLines, commands);
+  EXPECT_TRUE(IsPreviewVisible());
+  EXPECT_EQ(Label("valuesUpperTitle"), "What Save will change in Marivane.ini");
+  EXPECT_EQ(Label("valuesLowerTitle"), "What the instrument will be told");
+  EXPECT_EQ(LinesText("valuesUpperLines"), "@@ -9,1 +9,1 @@\n-Item1=\"Acht\",-580,1\n+Item1=\"Acht\",600,1");
+  EXPECT_EQ(LinesText("valuesLowerLines"), commands[0]);
+
+  // Of the changed line it is the changed place that is emphasised.
+  QTextCursor cursor(Lines("valuesUpperLines").document()->findBlockByNumber(2));
+  const auto isBold = [&cursor](int characters) {
+    cursor.movePosition(QTextCursor::NextCharacter, QTextCursor::MoveAnchor, characters);
+    return cursor.charFormat().fontWeight() == QFont::Bold;
+  };
+  EXPECT_FALSE(isBold(8));
+  EXPECT_TRUE(isBold(7));
+  EXPECT_FALSE(isBold(4));
+
+  for (int i = 0; i < 100; ++i) {
+    fileLines.push_back("+line");
+    commands.push_back("REV");
+  }
+  pane_.ShowPreview(fileLines, commands);
+  QCoreApplication::processEvents();
+  for (const char* name : {"valuesUpperLines", "valuesLowerLines"}) {
+    EXPECT_GT(Lines(name).verticalScrollBar()->maximum(), 0) << name;
+    EXPECT_EQ(Lines(name).verticalScrollBar()->value(), 0) << name;
+  }
+
+  pane_.ShowPreview({}, {});
+  EXPECT_EQ(LinesText("valuesUpperLines"), "Nothing: all lines stay as they are.");
+  EXPECT_EQ(LinesText("valuesLowerLines"), "Nothing: no line will be sent.");
+  pane_.ClearPreview();
+  EXPECT_FALSE(IsPreviewVisible());
+}
+
+TEST_F(ValuesPaneTest, ANewValueLeavesTheSelection) {
+  auto* table = pane_.findChild<QTableView*>(QStringLiteral("valuesTable"));
+  HeadPositions positions;
+  positions.heads = {{"1", "One", 1, 1, "", ""}, {"2", "Two", 2, 2, "", ""}};
+  pane_.Show(positions, {});
+  table->selectRow(1);
+  const int width = table->columnWidth(ValuesModel::Change);
+  positions.heads[1].screen = 30000;
+  pane_.Show(positions, {});
+  EXPECT_TRUE(table->selectionModel()->isRowSelected(1));
+  EXPECT_GT(table->columnWidth(ValuesModel::Change), width);
+  EXPECT_EQ(RowText(1), "Item2 | Two | 30000 | 2 | 2 → 30000 (+29998 steps) | – | – not kept there");
+}
+
+TEST_F(ValuesPaneTest, TheLinesGrowWithTheFont) {
+  QFont large = pane_.font();
+  large.setPointSizeF(large.pointSizeF() * 2);
+  pane_.setFont(large);
+  for (const char* name : {"valuesUpperLines", "valuesLowerLines"}) {
+    EXPECT_EQ(Lines(name).font().pointSizeF(), large.pointSizeF()) << name;
+  }
+}
+
+TEST_F(ValuesPaneTest, TheReadBackReplacesThePreview) {
+  const std::vector<MemoryDifference> differences = {{"TipEject_8Ch_125_S", "-30", ""},
+                                                     {"AspirateOrigin_8Ch_125_S", "600", "580"}};
+  struct Row {
+    std::vector<MemoryDifference> differences;
+    SaveEnd end;
+    const char* title;
+    const char* lines;
+  };
+  for (const Row& row :
+       {Row{{}, SaveEnd::Saved, "✓ Saved: the instrument's memory agrees with the file", "No differences."},
+        Row{differences, SaveEnd::Saved, "≠ Saved, but values of the instrument's memory differ from the file: 2",
+            "TipEject_8Ch_125_S: file -30, instrument no value\nAspirateOrigin_8Ch_125_S: file 600, instrument 580"},
+        Row{differences, SaveEnd::NotSaved,
+            "✗ Not saved in the instrument: values of its memory that differ from the file: 2",
+            "TipEject_8Ch_125_S: file -30, instrument no value\nAspirateOrigin_8Ch_125_S: file 600, instrument 580"},
+        Row{{},
+            SaveEnd::NotSaved,
+            "✗ Not saved in the instrument; its memory agrees with the file all the same",
+            "No differences."}}) {
+    SCOPED_TRACE(row.title);
+    pane_.ShowPreview({"+x"}, {"REV"});
+    pane_.ShowReadBack(row.differences, row.end);
+    EXPECT_EQ(Label("valuesUpperTitle"), row.title);
+    EXPECT_EQ(LinesText("valuesUpperLines"), row.lines);
+    EXPECT_FALSE(Lines("valuesLowerLines").isVisible());
+  }
+}
+
+}  // namespace
+}  // namespace Helmsway
