@@ -208,7 +208,10 @@ void SideView::PaintHead(QPainter& painter, const QRectF& area, double module) c
   painter.drawRect(bar(half, module, end));
   // Of the sleeve's way only the share is true: S goes much further than a head is long.
   const double reach = (module - end) * (0.2 + 0.75 * SleeveShare());
-  painter.setBrush(colors.sleeve);
+  const auto* const s = AxisIn(picture_, Axis::S);
+  const bool known = s != nullptr && s->homed;
+  painter.setPen(QPen(colors.ink, 1, known ? Qt::SolidLine : Qt::DashLine));
+  painter.setBrush(known ? QBrush(colors.sleeve) : QBrush(Qt::NoBrush));
   painter.drawRect(bar(half * 1.4, module, module - reach));
 }
 

@@ -126,8 +126,8 @@ void StageMap::MakeScales(const MachineDescription& machine, const QFontMetrics&
     double down;
   };
   const std::map<Kind, Room> rooms{{Kind::Position, {11 * letter, 2 * line + 4}},
-                                   {Kind::Slot, {13 * letter, line + 3}},
-                                   {Kind::NestName, {8 * letter, 2 * line}}};
+                                   {Kind::Slot, {11 * letter, line + 3}},
+                                   {Kind::NestName, {8 * letter, 2 * line + 2}}};
   const auto reach = [&](Axis far, Axis near) {
     Stretch whole;
     for (const Axis axis : {far, near}) {

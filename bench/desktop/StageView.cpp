@@ -134,7 +134,7 @@ void StageView::PaintSpot(QPainter& painter, const StageMap::Spot& spot) const {
   const QRectF inside = spot.area.adjusted(3, 1, -3, -1);
   if (spot.kind == StageMap::Kind::NestName) {
     painter.setPen(colors.ink);
-    PaintWords(painter, spot, inside);
+    PaintWords(painter, spot, spot.area);
     return;
   }
   const QString contents = ContentsOf(spot);
@@ -154,7 +154,7 @@ void StageView::PaintSpot(QPainter& painter, const StageMap::Spot& spot) const {
 void StageView::PaintWords(QPainter& painter, const StageMap::Spot& spot, const QRectF& inside) const {
   const QFontMetrics metrics = fontMetrics();
   if (spot.kind == StageMap::Kind::NestName) {
-    QTextOption wrapped(Qt::AlignRight | Qt::AlignVCenter);
+    QTextOption wrapped(Qt::AlignLeft | Qt::AlignVCenter);
     wrapped.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     painter.drawText(inside, spot.caption, wrapped);
     return;
@@ -162,7 +162,7 @@ void StageView::PaintWords(QPainter& painter, const StageMap::Spot& spot, const 
   const QString contents = ContentsOf(spot);
   QStringList lines{spot.caption};
   if (!contents.isEmpty()) {
-    const bool hasTwoLines = spot.kind == StageMap::Kind::Position && inside.height() >= 2 * metrics.height();
+    const bool hasTwoLines = spot.kind == StageMap::Kind::Position && spot.area.height() >= 2 * metrics.height();
     if (hasTwoLines) {
       lines << contents;
     } else {
