@@ -3,6 +3,7 @@
 #include <array>
 #include <tuple>
 
+#include "addin/config/AxisRecord.h"
 #include "addin/config/Configuration.h"
 #include "addin/config/ItemLine.h"
 #include "addin/config/ItemSource.h"
@@ -105,6 +106,12 @@ std::string_view VolumeClassWord(double volume) {
 }
 
 bool IsTeachTool(const HeadType& head) { return head.Kind == CalibrateKind && head.HeadCode == ShortOneChannelCode; }
+
+bool IsCalibrated(const HeadType& head) { return head.Kind == SerialDiluteKind || IsTeachTool(head); }
+
+std::int32_t CalibratedSPosition(const HeadType& head, const AxisRecord& axisS, double steps) {
+  return WholeNumberValue(head.SDTeachToolOffset * axisS.MoveSign + steps);
+}
 
 HeadType ReadHeadType(const Configuration& configuration, std::string_view item, std::string_view file) {
   const ItemSource source = FindItem(configuration.Files, section, item, file, EmptyItem::Installed);

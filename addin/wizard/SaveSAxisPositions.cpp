@@ -16,8 +16,6 @@ constexpr std::string_view question =
     "\r\n"
     "Click [OK] to save these values.";
 
-bool IsConcerned(const HeadType& head) { return head.Kind == SerialDiluteKind || IsTeachTool(head); }
-
 /// A head of a volume without a class is saved in the file only.
 void AppendCalibrationLines(CommandText& text, const HeadType& head, const AxisRecord& axisS) {
   const std::string_view volumeClass = VolumeClassWord(head.Volume);
@@ -35,11 +33,9 @@ CommandText SaveHeads(SequenceContext& context) {
   CommandText text;
   WalkItems(FailureMode::Skip, [&](const std::string& number) {
     HeadType head = ReadHeadType(context.Configuration, number);
-    if (IsConcerned(head)) {
-      Put(head.SPosition, [&] {
-        const double currentSteps = Number(context.Selections.txtCurrentCollect.Text());
-        return WholeNumberValue(head.SDTeachToolOffset * axisS.MoveSign + currentSteps);
-      });
+    if (IsCalibrated(head)) {
+      Put(head.SPosition,
+          [&] { return CalibratedSPosition(head, axisS, Number(context.Selections.txtCurrentCollect.Text())); });
       Skip([&] { WriteHeadType(files, head, files.MarivaneIni()); });
       AppendCalibrationLines(text, head, axisS);
     }

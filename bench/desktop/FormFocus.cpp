@@ -85,7 +85,7 @@ bool FormFocus::Takes(const FormControl& control) const {
   return widget.focusPolicy() != Qt::NoFocus && widget.isEnabledTo(&view_) && widget.isVisibleTo(&view_);
 }
 
-bool FormFocus::Stands(const FormControl& control, const FormControl& panel) const {
+bool FormFocus::StandsIn(const FormControl& control, const FormControl& panel) const {
   return &control == &panel || panel.widget->isAncestorOf(control.widget);
 }
 
@@ -97,7 +97,7 @@ void FormFocus::Move(QWidget& widget) {
 
 void FormFocus::MoveToFirst(const FormControl* panel) {
   const auto found = std::find_if(order_.begin(), order_.end(), [&](const auto* control) {
-    return Takes(*control) && (panel == nullptr || Stands(*control, *panel));
+    return Takes(*control) && (panel == nullptr || StandsIn(*control, *panel));
   });
   Move(found == order_.end() ? view_ : *(*found)->widget);
 }

@@ -29,7 +29,8 @@ class FormFocus {
   void BeforeVisibility(const FormControl& control);
   void AfterVisibility(const FormControl& control, const forms::ISurface& surface);
 
-  /// All that a click has led to is over: a focus that is still parked on the view goes on to the next control.
+  /// All that a click has led to is over, and with it the search for a better place: a focus that is still parked on
+  /// the view goes on to the next control.
   void AfterClick();
 
   /// The view itself has been given the focus.
@@ -38,7 +39,7 @@ class FormFocus {
  private:
   QWidget* FocusWidget() const;
   bool Takes(const FormControl& control) const;
-  bool Stands(const FormControl& control, const FormControl& panel) const;
+  bool StandsIn(const FormControl& control, const FormControl& panel) const;
   void Move(QWidget& widget);
   void MoveToFirst(const FormControl* panel);
 

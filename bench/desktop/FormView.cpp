@@ -66,6 +66,7 @@ void FormView::SetVisible(FormControl& control) {
   focus_->BeforeVisibility(control);
   ShowAspect(control, *surface_, Aspect::Visible);
   focus_->AfterVisibility(control, *surface_);
+  if (clicksUnderWay_ == 0) focus_->AfterClick();
 }
 
 void FormView::SetEnabled(FormControl& control) {

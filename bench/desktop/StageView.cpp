@@ -134,7 +134,7 @@ void StageView::PaintSpot(QPainter& painter, const StageMap::Spot& spot) const {
   const QRectF inside = spot.area.adjusted(3, 1, -3, -1);
   if (spot.kind == StageMap::Kind::NestName) {
     painter.setPen(colors.ink);
-    PaintWords(painter, spot, spot.area);
+    PaintWords(painter, spot, spot.area.adjusted(0, 0, -3, 0));
     return;
   }
   const QString contents = ContentsOf(spot);
@@ -154,9 +154,14 @@ void StageView::PaintSpot(QPainter& painter, const StageMap::Spot& spot) const {
 void StageView::PaintWords(QPainter& painter, const StageMap::Spot& spot, const QRectF& inside) const {
   const QFontMetrics metrics = fontMetrics();
   if (spot.kind == StageMap::Kind::NestName) {
-    QTextOption wrapped(Qt::AlignLeft | Qt::AlignVCenter);
+    const int lines = std::max(1, static_cast<int>(inside.height()) / metrics.lineSpacing());
+    const int needed = metrics.boundingRect(inside.toRect(), Qt::TextWordWrap, spot.caption).height();
+    const bool fits = needed <= inside.height();
+    QTextOption wrapped(Qt::AlignRight | (fits ? Qt::AlignVCenter : Qt::AlignTop));
     wrapped.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    painter.drawText(inside, spot.caption, wrapped);
+    QRectF wholeLines = inside;
+    if (!fits) wholeLines.setHeight(lines * metrics.lineSpacing());
+    painter.drawText(wholeLines, spot.caption, wrapped);
     return;
   }
   const QString contents = ContentsOf(spot);

@@ -5,7 +5,6 @@
 #include "addin/base/Steps.h"
 #include "addin/config/Conversions.h"
 #include "addin/config/HeadType.h"
-#include "addin/config/ItemSource.h"
 #include "bench/instrument/InstalledFile.h"
 
 namespace Helmsway {
@@ -13,18 +12,12 @@ namespace {
 
 using OrvelCalibrateS::HeadType;
 
-bool IsConcerned(const HeadType& head) {
-  return head.Kind == OrvelCalibrateS::SerialDiluteKind || OrvelCalibrateS::IsTeachTool(head);
-}
-
-std::optional<std::int32_t> PositionAfterSave(const HeadType& head, std::int16_t moveSign,
+std::optional<std::int32_t> PositionAfterSave(const HeadType& head, const OrvelCalibrateS::AxisRecord& axisS,
                                               std::string_view screenText) {
   if (screenText.empty()) return std::nullopt;
   std::optional<std::int32_t> position;
-  OrvelCalibrateS::Put(position, [&] {
-    const double currentSteps = OrvelCalibrateS::Number(screenText);
-    return OrvelCalibrateS::WholeNumberValue(head.SDTeachToolOffset * moveSign + currentSteps);
-  });
+  OrvelCalibrateS::Put(
+      position, [&] { return OrvelCalibrateS::CalibratedSPosition(head, axisS, OrvelCalibrateS::Number(screenText)); });
   return position;
 }
 
@@ -60,17 +53,11 @@ HeadPositions ReadHeadPositions(const std::filesystem::path& marivaneIni, std::s
   const OrvelCalibrateS::AxisRecord& axisS = file.Records().AxisS;
   HeadPositions positions;
   positions.mmPerStep = axisS.MmPerStep;
-  // As in a save, the entry without a name is the last one and counts itself.
-  OrvelCalibrateS::WalkItems(OrvelCalibrateS::FailureMode::Skip, [&](const std::string& number) {
-    const HeadType head = ReadHeadType(file.AsConfiguration(), number);
-    if (IsConcerned(head)) {
-      const std::string memoryName = MemoryName(head);
-      positions.heads.push_back({head.Index, head.Name, head.SPosition,
-                                 PositionAfterSave(head, axisS.MoveSign, screenText), memoryName,
-                                 Remembered(memory, memoryName)});
-    }
-    return !head.Name.empty();
-  });
+  for (const HeadType& head : file.CalibratedHeads()) {
+    const std::string memoryName = MemoryName(head);
+    positions.heads.push_back({head.Index, head.Name, head.SPosition, PositionAfterSave(head, axisS, screenText),
+                               memoryName, Remembered(memory, memoryName)});
+  }
   return positions;
 }
 

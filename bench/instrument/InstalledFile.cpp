@@ -17,4 +17,15 @@ std::vector<HeadType> InstalledFile::Heads() const {
   return Catalogue([this](const std::string& item) { return ReadHeadType(configuration_, item); }, &HeadType::Name);
 }
 
+std::vector<OrvelCalibrateS::HeadType> InstalledFile::CalibratedHeads() const {
+  std::vector<OrvelCalibrateS::HeadType> heads;
+  OrvelCalibrateS::WalkItems(OrvelCalibrateS::FailureMode::Skip, [&](const std::string& number) {
+    auto head = OrvelCalibrateS::ReadHeadType(configuration_, number);
+    const bool isLast = head.Name.empty();
+    if (OrvelCalibrateS::IsCalibrated(head)) heads.push_back(std::move(head));
+    return !isLast;
+  });
+  return heads;
+}
+
 }  // namespace Helmsway

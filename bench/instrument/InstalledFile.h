@@ -38,6 +38,9 @@ class InstalledFile {
   }
 
   std::vector<OrvelCalibrateS::HeadType> Heads() const;
+  /// The heads to which a calibration gives their S position, by the walk of a save: the entry without a name that ends
+  /// the catalogue counts if it is such a head.
+  std::vector<OrvelCalibrateS::HeadType> CalibratedHeads() const;
 
  private:
   OrvelCalibrateS::Ref<HelmswayCmds::IIniService> service_;

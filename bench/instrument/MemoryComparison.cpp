@@ -11,7 +11,7 @@ using OrvelCalibrateS::HeadType;
 
 void AddValuesOf(const HeadType& head, double mmPerStep, CalibrationValues& values) {
   const std::string_view volumeClass = OrvelCalibrateS::VolumeClassWord(head.Volume);
-  if (head.Kind != OrvelCalibrateS::SerialDiluteKind || volumeClass.empty()) return;
+  if (volumeClass.empty()) return;
   const std::string name = "_" + std::to_string(head.Channels) + "Ch_" + std::string(volumeClass) + "_S";
   OrvelCalibrateS::Skip([&] {
     values["TipEject" + name] =
@@ -23,7 +23,7 @@ void AddValuesOf(const HeadType& head, double mmPerStep, CalibrationValues& valu
 CalibrationValues ValuesInFile(const std::filesystem::path& marivaneIni) {
   const InstalledFile file(marivaneIni);
   CalibrationValues values;
-  for (const HeadType& head : file.Heads()) AddValuesOf(head, file.Records().AxisS.MmPerStep, values);
+  for (const HeadType& head : file.CalibratedHeads()) AddValuesOf(head, file.Records().AxisS.MmPerStep, values);
   return values;
 }
 

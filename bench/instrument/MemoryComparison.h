@@ -18,7 +18,7 @@ struct MemoryDifference {
 };
 
 /// Compares the memory with the heads in the file, by name. Of several heads of one class the last counts, as it does
-/// in a save; heads without a class or a name, and values that no head stands behind, aren't compared.
+/// in a save; heads without a class, and values that no head stands behind, aren't compared.
 std::vector<MemoryDifference> CompareMemory(const CalibrationValues& memory, const std::filesystem::path& marivaneIni);
 
 }  // namespace Helmsway

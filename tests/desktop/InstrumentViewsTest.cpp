@@ -1,10 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QImage>
 #include <QLabel>
 #include <QProgressBar>
-#include <QTest>
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
@@ -70,8 +68,7 @@ MachineDescription DescribeWithoutX() {
   const std::string installed = "Installed=2";
   whole.replace(whole.find(installed), installed.size(), "Installed=1");
   const TemporaryFolder folder;
-  folder.Write("Marivane.ini", whole);
-  return DescribeMachine(folder.Path() / "Marivane.ini");
+  return DescribeMachine(folder.Write("Marivane.ini", whole));
 }
 
 TEST(InstrumentViews, EveryTenthOfAMillimetreCanBeSeenInTheLoupe) {
