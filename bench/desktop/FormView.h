@@ -36,6 +36,7 @@ class FormView final : public QWidget {
 
  public:
   FormView(forms::ISurface& surface, IFormHands& hands, QWidget* parent = nullptr);
+  Q_DISABLE_COPY_MOVE(FormView)
   ~FormView() override;
 
   /// The form has changed. To be called for each change, also while one of the hands' functions is under way.

@@ -1,8 +1,11 @@
 #include "bench/desktop/MessageBoxes.h"
 
 #include <QGuiApplication>
+#include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <algorithm>
+#include <array>
 #include <span>
 
 namespace Helmsway {
@@ -24,9 +27,9 @@ constexpr Choice No{MessageAnswer::No, QMessageBox::No, "messageBox_no"};
 
 /// In the order in which they are shown; the first is pressed by Return.
 std::span<const Choice> Choices(MessageButtons buttons) {
-  static constexpr Choice ok[] = {Ok};
-  static constexpr Choice okCancel[] = {Ok, Cancel};
-  static constexpr Choice yesNo[] = {Yes, No};
+  static constexpr std::array ok{Ok};
+  static constexpr std::array okCancel{Ok, Cancel};
+  static constexpr std::array yesNo{Yes, No};
   if (buttons == MessageButtons::OkCancel) return okCancel;
   if (buttons == MessageButtons::YesNo) return yesNo;
   return ok;
@@ -45,6 +48,15 @@ void AddButtons(QMessageBox& box, MessageButtons buttons) {
     if (choice.answer == forms::CarefulAnswer(buttons)) box.setEscapeButton(choice.button);
   }
   box.setDefaultButton(Choices(buttons).front().button);
+}
+
+/// Lines stay as they were given if three quarters of the screen's width are enough; by itself, the box would break the
+/// longer ones.
+void KeepLines(QMessageBox& box) {
+  auto* const label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+  if (label == nullptr) return;
+  const int most = box.screen()->availableSize().width() * 3 / 4;
+  label->setMinimumWidth(std::min(label->sizeHint().width(), most));
 }
 
 MessageAnswer AnswerOf(const QMessageBox& box, MessageButtons buttons) {
@@ -72,6 +84,7 @@ MessageAnswer MessageBoxes::Show(std::string_view title, std::string_view text, 
   box->setText(Text(text));
   box->setIcon(icon == forms::MessageIcon::Exclamation ? QMessageBox::Warning : QMessageBox::NoIcon);
   AddButtons(*box, buttons);
+  KeepLines(*box);
 
   open_.push_back(box);
   box->exec();

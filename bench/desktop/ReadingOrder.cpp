@@ -9,17 +9,18 @@ namespace {
 
 using Controls = std::vector<const FormControl*>;
 
-/// Sorted by top edge. Those whose middle lies above the bottom edge of a row's first control belong to its row.
+/// Row by row: all whose middle lies above the bottom edge of the row's topmost control stand beside that one.
 void SortRows(Controls& controls) {
-  std::stable_sort(controls.begin(), controls.end(),
-                   [](const auto* a, const auto* b) { return a->bounds.top < b->bounds.top; });
+  std::sort(controls.begin(), controls.end(), [](const auto* a, const auto* b) {
+    return std::tie(a->bounds.top, a->bounds.height, a->id) < std::tie(b->bounds.top, b->bounds.height, b->id);
+  });
   for (auto row = controls.begin(); row != controls.end();) {
     const std::int32_t bottom = (*row)->bounds.top + (*row)->bounds.height;
-    const auto end = std::find_if(std::next(row), controls.end(), [&](const auto* control) {
-      return control->bounds.top + control->bounds.height / 2 >= bottom;
+    const auto end = std::stable_partition(std::next(row), controls.end(), [&](const auto* control) {
+      return control->bounds.top + control->bounds.height / 2 < bottom;
     });
-    std::stable_sort(row, end, [](const auto* a, const auto* b) {
-      return std::tie(a->bounds.left, a->bounds.top) < std::tie(b->bounds.left, b->bounds.top);
+    std::sort(row, end, [](const auto* a, const auto* b) {
+      return std::tie(a->bounds.left, a->bounds.top, a->id) < std::tie(b->bounds.left, b->bounds.top, b->id);
     });
     row = end;
   }

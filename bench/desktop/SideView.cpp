@@ -69,7 +69,7 @@ int SideView::TableWidth() const {
 
 QSize SideView::minimumSizeHint() const {
   const int line = fontMetrics().lineSpacing();
-  return {TableWidth() + 14 * fontMetrics().averageCharWidth(), 8 * line + 2 * Margin};
+  return {TableWidth() + 18 * fontMetrics().averageCharWidth(), 8 * line + 2 * Margin};
 }
 
 QSize SideView::sizeHint() const { return minimumSizeHint() + QSize(120, 80); }

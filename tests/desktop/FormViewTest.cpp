@@ -40,15 +40,16 @@ ControlDesign With(ControlDesign row, const std::function<void(ControlDesign&)>&
 
 /// A panel with arrows and, beside it, two free buttons that a second panel can cover.
 const std::array design{
-    Row(ControlKind::PictureBox, "back", NoIndex, "", {120, 120, 6000, 4500}),
+    Row(ControlKind::PictureBox, "back", NoIndex, "", {120, 120, 6000, 6375}),
     Row(ControlKind::Frame, "jog", NoIndex, "back", {120, 600, 3480, 2655}, "Move"),
-    With(Row(ControlKind::Frame, "cover", NoIndex, "back", {120, 600, 5760, 3780}),
+    With(Row(ControlKind::Frame, "cover", NoIndex, "back", {120, 600, 5760, 5415}),
          [](ControlDesign& row) { row.visible = false; }),
     With(Row(ControlKind::CommandButton, "cmd", 16, "back", {3840, 1560, 1695, 375}, "Stop"),
          [](ControlDesign& row) {
            row.backColor = forms::Rgb{255, 128, 128}, row.bold = true;
          }),
     Row(ControlKind::CommandButton, "cmd", 5, "back", {3840, 1080, 1695, 375}, "Home All"),
+    Row(ControlKind::CommandButton, "cmd", 2, "back", {120, 3600, 1695, 375}, "Eject Tip"),
     Row(ControlKind::Label, "title", NoIndex, "back", {120, 120, 5760, 375}, "Calibrate"),
     Row(ControlKind::Label, "field", 1, "jog", {120, 420, 900, 255}, "Step size"),
     With(Row(ControlKind::ComboBox, "list", NoIndex, "jog", {1080, 375, 1335, 315}),
@@ -217,7 +218,7 @@ TEST_F(FormViewTest, TextStandsOutFromItsBackgroundOnLightAndDark) {
 
 TEST_F(FormViewTest, WhatAPanelCoversGetsNeitherMouseNorTab) {
   Find("jog")->setFocus();
-  EXPECT_EQ(TabRound(), (Log{"list", "cmd_7", "text", "cmd_8", "cmd_0", "cmd_5", "cmd_16", "jog"}));
+  EXPECT_EQ(TabRound(), (Log{"list", "cmd_7", "text", "cmd_8", "cmd_0", "cmd_5", "cmd_16", "cmd_2", "jog"}));
   ClickAt("cmd_16");
   EXPECT_EQ(log, Log{"cmd_16"});
   form->Get("jog").SetVisible(false);

@@ -14,7 +14,6 @@
 #include <utility>
 
 #include "bench/desktop/Appearance.h"
-#include "bench/replay/FormSnapshot.h"
 
 namespace Helmsway {
 namespace {
@@ -183,8 +182,8 @@ std::string WindowFixture::EnabledButtons() {
 
 std::string WindowFixture::Panels() {
   std::set<std::string> panels;
-  for (const std::string_view panel : VisiblePanels(*Session().Surface())) {
-    if (Widget(std::string(panel).c_str()).isVisible()) panels.insert(std::string(panel));
+  for (const QWidget* const widget : Widget("formView").findChildren<QWidget*>()) {
+    if (widget->isVisible() && widget->objectName().startsWith(u"fra")) panels.insert(widget->objectName().toStdString());
   }
   std::string names;
   for (const std::string& panel : panels) names += (names.empty() ? "" : " ") + panel;
