@@ -84,6 +84,12 @@ bool BenchSession::Perform(const std::string& text) {
   return true;
 }
 
+void BenchSession::BreakOff() {
+  Perform("host stop");
+  // Stop alone isn't enough: some lines go out without a look at it.
+  player_->BreakOff("it has been broken off");
+}
+
 QString BenchSession::WhyOver() const {
   return player_->Ended() ? QString::fromStdString(player_->Ended()->what) : QString();
 }

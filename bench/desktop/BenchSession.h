@@ -49,6 +49,10 @@ class BenchSession final : public QObject, public IFormHands, private IAttendant
   /// is going on, or the session is over.
   bool Perform(const std::string& action);
 
+  /// The session is over for good: the line under way is the last one, and nothing is written any more. An instrument
+  /// that doesn't answer isn't waited for.
+  void BreakOff();
+
   /// Nothing is going on.
   bool IsAtRest() const { return acting_ == 0; }
   bool LineIsUnderWay() const { return player_->LineIsUnderWay(); }

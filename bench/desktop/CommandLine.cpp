@@ -1,6 +1,7 @@
 #include "bench/desktop/CommandLine.h"
 
 #include <QCommandLineParser>
+#include <QRandomGenerator>
 #include <QTextStream>
 #include <cstdlib>
 
@@ -38,21 +39,25 @@ BenchOptions ParseBenchCommandLine(const QStringList& arguments) {
       QStringLiteral("DIR"));
   const QCommandLineOption clock(QStringLiteral("clock"), QStringLiteral("How many times faster than real, 1 to 100"),
                                  QStringLiteral("FACTOR"), QStringLiteral("1"));
-  const QCommandLineOption seed(QStringLiteral("seed"),
-                                QStringLiteral("What the hidden truth of the syringe axis depends on"),
-                                QStringLiteral("NUMBER"), QStringLiteral("1"));
+  // Another truth at each start, unless one is asked for: nobody is to learn a position by heart.
+  const QCommandLineOption seed(
+      QStringLiteral("seed"), QStringLiteral("What the hidden truth of the syringe axis depends on"),
+      QStringLiteral("NUMBER"), QString::number(QRandomGenerator::global()->bounded(1, 10000)));
   const QCommandLineOption lostSteps(QStringLiteral("lost-steps"),
                                      QStringLiteral("The syringe axis loses steps now and then"));
   const QCommandLineOption textSize(QStringLiteral("text-size"), QStringLiteral("Size of all text in percent"),
                                     QStringLiteral("PERCENT"), QStringLiteral("100"));
   const QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("Dark colours"));
 
+  const QCommandLineOption quitWhenShown(QStringLiteral("quit-when-shown"),
+                                         QStringLiteral("End once the window has been drawn: to measure the start"));
+
   QCommandLineParser parser;
   parser.setApplicationDescription(
       QStringLiteral("The stand-in host with a simulated Marivane: runs the add-in in a window."));
   parser.addHelpOption();
   parser.addVersionOption();
-  parser.addOptions({addIn, installation, clock, seed, lostSteps, textSize, dark});
+  parser.addOptions({addIn, installation, clock, seed, lostSteps, textSize, dark, quitWhenShown});
   parser.process(arguments);
   if (!parser.positionalArguments().isEmpty()) {
     Complain(QStringLiteral("there is nothing to be done with %1; see --help")
@@ -67,6 +72,7 @@ BenchOptions ParseBenchCommandLine(const QStringList& arguments) {
   options.seed.lostSteps = parser.isSet(lostSteps) ? LostSteps::Some : LostSteps::None;
   options.textSize = NumberOf(parser, textSize, Appearance::SmallestText, Appearance::LargestText);
   options.dark = parser.isSet(dark);
+  options.quitWhenShown = parser.isSet(quitWhenShown);
   return options;
 }
 

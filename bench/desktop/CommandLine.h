@@ -15,6 +15,7 @@ struct BenchOptions {
   int factor = 1;
   int textSize = 100;  ///< percent
   bool dark = false;
+  bool quitWhenShown = false;  ///< for those who measure how long the start takes
 };
 
 /// Ends the program, help or a complaint having been told, when the command line asks for that or is bad.

@@ -60,6 +60,7 @@ void ConsolePane::BuildTable() {
   table_->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
   table_->viewport()->installEventFilter(this);
   table_->horizontalHeader()->setHighlightSections(false);
+  table_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 
   auto* copy = new QAction(QStringLiteral("Copy"), table_);
   copy->setShortcut(QKeySequence::Copy);
@@ -127,7 +128,7 @@ bool ConsolePane::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void ConsolePane::FitReplies() {
-  constexpr int usualLength = 60;
+  constexpr int usualLength = 50;
   const QHeaderView& header = *table_->horizontalHeader();
   const int taken = header.length() - header.sectionSize(ConsoleModel::Reply);
   const int needed = QFontMetrics(font()).averageCharWidth() * usualLength;
@@ -139,11 +140,12 @@ void ConsolePane::ApplyFont() {
     int column;
     const char16_t* widest;
   };
-  static constexpr std::array<Width, 5> widths{{{ConsoleModel::Time, u"Time (s) 000"},
-                                                {ConsoleModel::Duration, u"Duration (s) 0"},
-                                                {ConsoleModel::What, u"Message 0"},
-                                                {ConsoleModel::Text, u"SET_CALIBRATION AspirateOrigin_12Ch_30_S -3"},
-                                                {ConsoleModel::Result, u"… under way 0"}}};
+  static constexpr std::array<Width, 5> widths{
+      {{ConsoleModel::Time, u"Time (s) 000"},
+       {ConsoleModel::Duration, u"Duration (s) 0"},
+       {ConsoleModel::What, u"Message 0"},
+       {ConsoleModel::Text, u"SET_CALIBRATION AspirateOrigin_12Ch_1250_S -3000"},
+       {ConsoleModel::Result, u"… under way 0"}}};
   const QFontMetrics metrics(font());
   for (const Width& width : widths) {
     table_->setColumnWidth(width.column, metrics.horizontalAdvance(QString::fromUtf16(width.widest)));

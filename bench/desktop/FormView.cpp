@@ -116,7 +116,9 @@ void FormView::changeEvent(QEvent* event) {
 
 void FormView::focusInEvent(QFocusEvent* event) {
   QWidget::focusInEvent(event);
-  if (event->reason() == Qt::OtherFocusReason) focus_->AfterViewFocused();
+  // Who gave the focus to the view before its window was shown gets it with the window.
+  const bool given = event->reason() == Qt::OtherFocusReason || event->reason() == Qt::ActiveWindowFocusReason;
+  if (given) focus_->AfterViewFocused();
 }
 
 void FormView::Connect(const FormControl& control) {

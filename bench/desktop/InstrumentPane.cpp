@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
+#include <QScrollArea>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
@@ -24,6 +25,20 @@ constexpr std::size_t DamageShown = 2;
 QString Text(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).trimmed();
 }
+
+/// Asks for what its pictures ask for, and makes do with less: with large text they can need more than the screen has.
+class PicturesArea final : public QScrollArea {
+ public:
+  explicit PicturesArea(QWidget* parent) : QScrollArea(parent) {
+    setObjectName(QStringLiteral("picturesArea"));
+    setAccessibleName(QStringLiteral("Pictures of the instrument"));
+    setWidgetResizable(true);
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::NoFocus);
+  }
+
+  QSize sizeHint() const override { return widget() == nullptr ? QSize() : widget()->sizeHint(); }
+};
 
 QString Idle() { return QStringLiteral("Nothing under way"); }
 
@@ -65,9 +80,13 @@ void InstrumentPane::LayOut() {
   auto* const right = new QVBoxLayout;
   right->addWidget(side_, 1);
   right->addWidget(stage_, 2);
-  auto* const views = new QHBoxLayout;
+  auto* const pictures = new QWidget;
+  auto* const views = new QHBoxLayout(pictures);
+  views->setContentsMargins(0, 0, 0, 0);
   views->addWidget(loupe_, 1);
   views->addLayout(right, 2);
+  auto* const area = new PicturesArea(this);
+  area->setWidget(pictures);
   auto* const busy = new QHBoxLayout;
   busy->setContentsMargins(4, 0, 4, 0);
   busy->addWidget(lineUnderWay_, 2);
@@ -77,7 +96,7 @@ void InstrumentPane::LayOut() {
   whole->setContentsMargins(0, 0, 0, 0);
   whole->setSpacing(4);
   whole->addWidget(new SimulationBanner(this));
-  whole->addLayout(views, 1);
+  whole->addWidget(area, 1);
   whole->addLayout(busy);
   for (NoticeLabel* const notice : {refusal_, localMode_, collisionDetection_, damage_}) whole->addWidget(notice);
 }

@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QTextStream>
+#include <QTimer>
 #include <filesystem>
 
 #include "bench/desktop/Appearance.h"
@@ -32,6 +33,17 @@ SessionOptions Prepare(const BenchOptions& options, bool& registeredNow) {
   return session;
 }
 
+/// Ends the program when the window that it watches has been drawn for the first time.
+class QuitWhenDrawn final : public QObject {
+ public:
+  using QObject::QObject;
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Paint) QTimer::singleShot(0, qApp, &QApplication::quit);
+    return QObject::eventFilter(watched, event);
+  }
+};
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -51,6 +63,8 @@ int main(int argc, char** argv) {
       window.Session()->Report().Note(
           QStringLiteral("no add-in was registered, so the one beside the program has been"));
     }
+    QuitWhenDrawn quitWhenDrawn;
+    if (options.quitWhenShown) window.installEventFilter(&quitWhenDrawn);
     window.show();
     return QApplication::exec();
   } catch (const std::exception& error) {

@@ -8,13 +8,14 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QProgressBar>
-#include <QScrollArea>
 #include <QScreen>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QToolBar>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "bench/desktop/Appearance.h"
@@ -164,7 +165,17 @@ void MainWindow::BuildStatusBar() {
   busy_->setTextVisible(false);
   busy_->setFixedWidth(fontMetrics().averageCharWidth() * 16);
   auto* const simulated = new QLabel(tr("SIMULATION"), this);
-  simulated->setStyleSheet(QStringLiteral("background: #ffc000; color: black; padding: 0 4px; font-weight: bold"));
+  simulated->setObjectName(QStringLiteral("simulated"));
+  // Nothing is set but the weight, so that the size goes on following the application's font.
+  QFont bold;
+  bold.setBold(true);
+  simulated->setFont(bold);
+  QPalette amber(simulated->palette());
+  amber.setColor(QPalette::Window, QColor(0xff, 0xc0, 0x00));
+  amber.setColor(QPalette::WindowText, Qt::black);
+  simulated->setPalette(amber);
+  simulated->setAutoFillBackground(true);
+  simulated->setContentsMargins(4, 0, 4, 0);
   statusBar()->addWidget(status_, 1);
   statusBar()->addPermanentWidget(busyText_);
   statusBar()->addPermanentWidget(busy_);
@@ -199,9 +210,11 @@ void MainWindow::TakeRoom() {
   // The whole form, as far as the screen goes; what is below and beside it takes the rest.
   const QSize form = form_->sizeHint();
   const int lower = fontMetrics().lineSpacing() * 13;
-  const QSize wanted(form.width() + instrument_->sizeHint().width(), form.height() + lower + fontMetrics().height() * 8);
+  const QSize wanted(form.width() + instrument_->sizeHint().width(),
+                     form.height() + lower + fontMetrics().height() * 8);
   resize(wanted.boundedTo(screen()->availableSize() - QSize(8, 40)));
   resizeDocks({lowerDock_}, {lower}, Qt::Vertical);
+  resizeDocks({instrumentDock_}, {instrument_->sizeHint().width()}, Qt::Horizontal);
 }
 
 void MainWindow::Connect(BenchSession& session) {
@@ -211,14 +224,20 @@ void MainWindow::Connect(BenchSession& session) {
     if (form_ != nullptr) form_->Changed(control, aspect);
   });
   connect(&session, &BenchSession::Progress, this, &MainWindow::ShowProgress);
-  connect(&session, &BenchSession::Began, this, &MainWindow::ShowWhatIsPossible);
+  connect(&session, &BenchSession::Began, this, [this] {
+    instrument_->ClearRefusal();
+    ShowWhatIsPossible();
+  });
   connect(&session, &BenchSession::Rested, this, &MainWindow::Rested);
   connect(&session, &BenchSession::SaveAsked, this, &MainWindow::ShowSaveRehearsal);
 
   BenchReport& report = session.Report();
   connect(&report, &BenchReport::StatusText, status_, &QLabel::setText);
   connect(&report, &BenchReport::Changed, this, &MainWindow::setWindowModified);
-  connect(&report, &BenchReport::FocusAsked, this, [this] { activateWindow(); });
+  connect(&report, &BenchReport::FocusAsked, this, [this] {
+    activateWindow();
+    setFocus();
+  });
   connect(&report, &BenchReport::CaptionRead, this, &MainWindow::ShowCaption);
   connect(&report, &BenchReport::ButtonsShown, hostButtons_, &QWidget::setVisible);
   connect(&report, &BenchReport::StatusBarShown, statusBar(), &QWidget::setVisible);
@@ -231,7 +250,9 @@ void MainWindow::Connect(BenchSession& session) {
   connect(&report, &BenchReport::SaveAnswered, this, [this](forms::MessageAnswer answer) {
     saveAnswered_ = answer == forms::MessageAnswer::Ok;
     memorySaved_ = false;
-    if (!saveAnswered_) values_->ClearPreview();
+    if (saveAnswered_) return;
+    values_->ClearPreview();
+    GiveRoomBack();
   });
   connect(&report, &BenchReport::MemorySaved, this, [this] { memorySaved_ = true; });
   connect(&report, &BenchReport::ScoreTold, this, [this](const QStringList& lines) {
@@ -253,13 +274,17 @@ void MainWindow::EndAddIn() {
   if (!MayLeaveUnsaved()) return;
   session_->EndAddIn();
   setWindowModified(false);
+  Perform(QStringLiteral("instrument score"));
 }
 
 void MainWindow::ShowForm() {
   form_ = new FormView(*session_->Surface(), *session_, this);
   session_->Surface()->SetWindowHandle(static_cast<std::int32_t>(winId()));
   formArea_->setWidget(form_);  // takes the form before away
-  formArea_->setMinimumWidth(form_->sizeHint().width() + formArea_->verticalScrollBar()->sizeHint().width());
+  const int wanted =
+      form_->sizeHint().width() + formArea_->verticalScrollBar()->sizeHint().width() + 2 * formArea_->frameWidth();
+  // No wider than what leaves room for the instrument beside it; the form is scrolled then.
+  formArea_->setMinimumWidth(std::min(wanted, screen()->availableSize().width() * 2 / 3));
   form_->setFocus();
 }
 
@@ -288,6 +313,8 @@ void MainWindow::ShowLineOver(const QString& line, const QString& reason) {
   busy_->hide();
   busyText_->clear();
   instrument_->ShowLineEnded();
+  // Not only when all is at rest: a message box that comes next may ask to look at the instrument.
+  ShowInstrument();
   if (!reason.isEmpty()) instrument_->ShowRefusal(line.toStdString(), reason.toStdString());
 }
 
@@ -300,6 +327,8 @@ void MainWindow::ShowInstrument() {
 
 void MainWindow::ShowValues() {
   if (!session_ || !session_->IsAtRest()) return;
+  // A file that is replaced by another of its name isn't watched any more.
+  watcher_.addPath(TextOf((options_.installation / "Marivane.ini").string()));
   const CalibrationValues& memory = session_->CalibrationMemory();
   values_->Show(
       ReadHeadPositions(session_->MarivaneIni(), ControlText(session_->Surface(), "txtCurrentCollect"), memory),
@@ -307,14 +336,27 @@ void MainWindow::ShowValues() {
 }
 
 void MainWindow::ShowSaveRehearsal(const SaveRehearsal& rehearsal) {
+  heightBelow_ = lowerDock_->height();
   values_->ShowPreview(LineDifference(rehearsal.before, rehearsal.after), rehearsal.lines);
   tabs_->setCurrentWidget(values_);
+  // The question is to be answered by what stands there; the form can't be worked meanwhile.
+  resizeDocks({lowerDock_}, {std::max(heightBelow_, height() * 3 / 5)}, Qt::Vertical);
+}
+
+void MainWindow::GiveRoomBack() {
+  const int height = std::exchange(heightBelow_, 0);
+  if (height == 0) return;
+  // By themselves they hear only later that the pane needs less by now.
+  tabs_->updateGeometry();
+  lowerDock_->layout()->activate();
+  resizeDocks({lowerDock_}, {height}, Qt::Vertical);
 }
 
 void MainWindow::ShowSaveEnd() {
   if (!std::exchange(saveAnswered_, false)) return;
   values_->ShowReadBack(CompareMemory(session_->CalibrationMemory(), session_->MarivaneIni()),
                         memorySaved_ ? SaveEnd::Saved : SaveEnd::NotSaved);
+  GiveRoomBack();
 }
 
 void MainWindow::ShowWhatIsPossible() {
@@ -344,7 +386,6 @@ void MainWindow::Rested() {
 
 void MainWindow::Perform(const QString& action) {
   if (!session_) return;
-  instrument_->ClearRefusal();
   session_->Perform(action.toStdString());
 }
 
@@ -393,8 +434,8 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   event->ignore();
   if (std::exchange(closing_, true)) return;
   status_->setText(tr("Closing when the move is over..."));
+  session_->BreakOff();
   messageBoxes_.AnswerCarefully();
-  session_->Perform("host stop");
 }
 
 }  // namespace Helmsway

@@ -62,6 +62,8 @@ class MainWindow : public QMainWindow {
   void ShowValues();
   void ShowSaveRehearsal(const SaveRehearsal& rehearsal);
   void ShowSaveEnd();
+  /// What the rehearsal of a save has taken for the pane below.
+  void GiveRoomBack();
   void ShowWhatIsPossible();
   void Rested();
 
@@ -103,6 +105,7 @@ class MainWindow : public QMainWindow {
   bool closing_ = false;
   bool saveAnswered_ = false;
   bool memorySaved_ = false;
+  int heightBelow_ = 0;  // of the pane below before it got more; 0 while it has its own
   std::unique_ptr<BenchSession> session_;
 };
 

@@ -67,17 +67,15 @@ ValuesPane::ValuesPane(QWidget* parent) : QWidget(parent) {
   setAccessibleName(QStringLiteral("Calibration values"));
   summary_ = MakeLabel(QStringLiteral("valuesSummary"));
   summary_->setAccessibleName(QStringLiteral("Agreement of file and instrument"));
-  auto* splitter = new QSplitter(Qt::Vertical);
-  splitter->setObjectName(QStringLiteral("valuesSplitter"));
-  splitter->setAccessibleName(QStringLiteral("S positions, and what a save does"));
-  splitter->setChildrenCollapsible(false);
-  splitter->addWidget(BuildTable());
-  splitter->addWidget(BuildPreview());
-  splitter->setStretchFactor(0, 1);
-  splitter->setStretchFactor(1, 1);
+  splitter_ = new QSplitter(Qt::Vertical);
+  splitter_->setObjectName(QStringLiteral("valuesSplitter"));
+  splitter_->setAccessibleName(QStringLiteral("S positions, and what a save does"));
+  splitter_->setChildrenCollapsible(false);
+  splitter_->addWidget(BuildTable());
+  splitter_->addWidget(BuildPreview());
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(summary_);
-  layout->addWidget(splitter, 1);
+  layout->addWidget(splitter_, 1);
   ShowSummary();
   ClearPreview();
 }
@@ -134,6 +132,24 @@ void ValuesPane::ShowPreview(const std::vector<std::string>& fileLines, const st
   lowerTitle_->show();
   lowerLines_->show();
   preview_->show();
+  SetUpper(Upper::WithLines);
+}
+
+void ValuesPane::SetUpper(Upper upper) {
+  const bool withLines = upper == Upper::WithLines;
+  upperLines_->setVisible(withLines);
+  // Lines are what is to be read now, and get all that can be had; a title alone leaves the rest to the table.
+  splitter_->setStretchFactor(0, withLines ? 0 : 1);
+  splitter_->setStretchFactor(1, withLines ? 1 : 0);
+  TellRoom();
+  splitter_->setSizes(withLines ? QList<int>{0, 1} : QList<int>{1, 0});
+}
+
+// At once, so that whoever holds the pane can give or take room.
+void ValuesPane::TellRoom() {
+  preview_->layout()->activate();
+  splitter_->refresh();
+  splitter_->updateGeometry();
 }
 
 void ValuesPane::ShowReadBack(const std::vector<MemoryDifference>& differences, SaveEnd end) {
@@ -145,9 +161,13 @@ void ValuesPane::ShowReadBack(const std::vector<MemoryDifference>& differences, 
   lowerTitle_->hide();
   lowerLines_->hide();
   preview_->show();
+  SetUpper(lines.empty() ? Upper::TitleAlone : Upper::WithLines);
 }
 
-void ValuesPane::ClearPreview() { preview_->hide(); }
+void ValuesPane::ClearPreview() {
+  preview_->hide();
+  TellRoom();
+}
 
 void ValuesPane::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);

@@ -8,6 +8,7 @@
 #include "bench/desktop/ValuesModel.h"
 
 class QLabel;
+class QSplitter;
 class QTableView;
 
 namespace Helmsway {
@@ -41,9 +42,13 @@ class ValuesPane : public QWidget {
   void changeEvent(QEvent* event) override;
 
  private:
+  enum class Upper { TitleAlone, WithLines };
+
   QWidget* BuildTable();
   QWidget* BuildPreview();
   void ShowSummary();
+  void SetUpper(Upper upper);
+  void TellRoom();
   void FitColumns();
   /// Where a new text needs it; widths that the user gave stay otherwise.
   void WidenColumns();
@@ -51,6 +56,7 @@ class ValuesPane : public QWidget {
   ValuesModel values_;
   QLabel* summary_ = nullptr;
   QTableView* table_ = nullptr;
+  QSplitter* splitter_ = nullptr;
   QWidget* preview_ = nullptr;  ///< the lower half; hidden while there is nothing to show
   QLabel* upperTitle_ = nullptr;
   LinesView* upperLines_ = nullptr;

@@ -61,6 +61,9 @@ class Player final : private IHostListener, ICommandSink, forms::IObserver, form
   /// Performs one action. True when the run goes on.
   bool Perform(const Action& action);
 
+  /// The run ends behind the action that is under way.
+  void BreakOff(std::string why) { End(ExitStatus::Failed, std::move(why)); }
+
   /// What the add-in's save would do as things stand now, found out by doing it where it leaves no mark: on a copy of
   /// the file, with an instrument that isn't there. Nothing is reported. Not while a line is under way; throws
   /// `std::exception` when the file can't be copied.

@@ -92,7 +92,7 @@ TEST_F(CalibrationByHand, TheWholeDayWithTheMouse) {
   Pick("cboHeadType", 8);
   Pick("cboTipRack", 2);
   Pick("cboTipType", 4);
-  Expect("", Press(QMessageBox::Ok));
+  Expect(Bench, Press(QMessageBox::Ok));
   struct Row {
     const char* button;
     const char* head;
@@ -175,7 +175,7 @@ TEST_F(CalibrationByHand, WhoDoesNotAgreeToASaveWritesNothing) {
   EXPECT_EQ(lines, Lines());
   EXPECT_EQ(Panels(), "fraWarning");
   EXPECT_EQ(File(), before);
-  Expect("Helmsway Bench", Press(QMessageBox::Yes));
+  Expect(Bench, Press(QMessageBox::Yes));
   Window().close();
 }
 

@@ -10,6 +10,7 @@
 #include <QTest>
 #include <QWindow>
 #include <cmath>
+#include <mutex>
 #include <set>
 #include <utility>
 
@@ -33,9 +34,10 @@ SessionOptions OptionsFor(const fs::path& installation) {
 }  // namespace
 
 WindowFixture::WindowFixture() {
-  static const bool begun = (Appearance::Begin(), true);
-  EXPECT_TRUE(begun);
+  static std::once_flag begun;
+  std::call_once(begun, Appearance::Begin);
   fs::copy(HELMSWAY_EXAMPLES "/installation", installation_.PathOf(""), fs::copy_options::recursive);
+  QGuiApplication::setApplicationDisplayName(Name(Bench));
   QObject::connect(&watch_, &QTimer::timeout, &watch_, [this] { AnswerBox(); });
   watch_.start(1);
   window_ = std::make_unique<MainWindow>(OptionsFor(installation_.PathOf("")));
@@ -48,6 +50,7 @@ WindowFixture::WindowFixture() {
 
 WindowFixture::~WindowFixture() {
   window_.reset();
+  QGuiApplication::setApplicationDisplayName({});
   for (const Expected& box : expected_) ADD_FAILURE() << "no box came: " << box.title.toStdString();
   EXPECT_EQ(awaited_, "");
 }
@@ -91,6 +94,8 @@ void WindowFixture::AnswerBox() {
     ADD_FAILURE() << "still open: " << title;
     box->reject();
   }
+  // As a window manager would.
+  if (window_->isVisible()) window_->activateWindow();
   answering_ = false;
 }
 
@@ -107,10 +112,13 @@ QWidget& WindowFixture::Widget(const char* name) {
 
 QPoint WindowFixture::Place(const char* name) {
   QWidget& widget = Widget(name);
-  auto& area = static_cast<QScrollArea&>(Widget("frame"));
-  if (area.isAncestorOf(&widget)) area.ensureWidgetVisible(&widget);
   const bool box = qobject_cast<QCheckBox*>(&widget) != nullptr;
   const QPoint point = box ? QPoint(widget.height() / 2, widget.height() / 2) : widget.rect().center();
+  auto& area = static_cast<QScrollArea&>(Widget("frame"));
+  if (area.widget()->isAncestorOf(&widget)) {
+    const QPoint inForm = widget.mapTo(area.widget(), point);
+    area.ensureVisible(inForm.x(), inForm.y());
+  }
   return widget.mapTo(window_.get(), point);
 }
 
@@ -127,7 +135,7 @@ void WindowFixture::Type(Qt::Key key, int times) {
 void WindowFixture::TabTo(const char* name) {
   const auto isThere = [&] { return QApplication::focusWidget() == &Widget(name); };
   for (int i = 0; i < 50 && !isThere(); ++i) Type(Qt::Key_Tab);
-  EXPECT_TRUE(isThere()) << "Tab doesn't reach " << name;
+  if (!isThere()) throw std::runtime_error(std::string("Tab doesn't reach ") + name);
 }
 
 void WindowFixture::Pick(const char* list, int entry) {
@@ -149,6 +157,22 @@ void WindowFixture::GoToMainPage() {
   Click("cmdButton_9");
 }
 
+void WindowFixture::GoOverAllPanels(const std::function<void()>& look) {
+  look();
+  Click("cmdButton_10");
+  look();
+  Click("chkToolUninstalled");
+  Click("cmdButton_9");
+  look();
+  Click("chkStageEmpty");
+  During("HOME ALL", look);
+  Click("cmdButton_4");
+  look();
+  Click("cmdButton_11");
+  Click("chkToolInstalled");
+  Click("cmdButton_9");
+}
+
 void WindowFixture::Start() {
   Expect(Hint, Press(QMessageBox::Ok));
   Click("cmdButton_0");
@@ -166,9 +190,7 @@ void WindowFixture::JogToRing(const std::function<void(int)>& step, const std::f
   EXPECT_LE(std::abs(Session().Picture().edge.value()), 0.05);
 }
 
-std::string WindowFixture::Text(const char* name) {
-  return Widget(name).property("text").toString().toStdString();
-}
+std::string WindowFixture::Text(const char* name) { return Widget(name).property("text").toString().toStdString(); }
 
 std::string WindowFixture::EnabledButtons() {
   std::set<int> enabled;
@@ -183,7 +205,8 @@ std::string WindowFixture::EnabledButtons() {
 std::string WindowFixture::Panels() {
   std::set<std::string> panels;
   for (const QWidget* const widget : Widget("formView").findChildren<QWidget*>()) {
-    if (widget->isVisible() && widget->objectName().startsWith(u"fra")) panels.insert(widget->objectName().toStdString());
+    if (widget->isVisible() && widget->objectName().startsWith(u"fra"))
+      panels.insert(widget->objectName().toStdString());
   }
   std::string names;
   for (const std::string& panel : panels) names += (names.empty() ? "" : " ") + panel;

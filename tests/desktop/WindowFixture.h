@@ -27,6 +27,7 @@ class WindowFixture : public testing::Test {
   static constexpr const char* Verify = "Calibrate Syringe Axis";
   static constexpr const char* SaveBox = "Save S Axis Positions";
   static constexpr const char* EjectBox = "Eject Teach Tool";
+  static constexpr const char* Bench = "Helmsway Bench";  // a box without a title of its own, too
 
   WindowFixture();
   ~WindowFixture() override;
@@ -53,6 +54,8 @@ class WindowFixture : public testing::Test {
   void Trigger(const char* action);
 
   void GoToMainPage();
+  /// Goes to the main page on the road that leads over all panels, and has a look at each.
+  void GoOverAllPanels(const std::function<void()>& look);
   void Start();
   /// By small and large steps, until the tool's edge is as near the ring as a small step gets it.
   void JogToRing(const std::function<void(int)>& step, const std::function<void(bool)>& jog);
