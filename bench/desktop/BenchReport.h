@@ -7,7 +7,7 @@
 #include <functional>
 #include <optional>
 
-#include "bench/desktop/ConsoleModel.h"
+#include "bench/desktop/panes/ConsoleModel.h"
 #include "bench/replay/SessionRecord.h"
 
 namespace Helmsway {

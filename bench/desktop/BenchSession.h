@@ -7,9 +7,9 @@
 #include <string>
 
 #include "bench/desktop/BenchReport.h"
-#include "bench/desktop/FormView.h"
-#include "bench/desktop/InstrumentPicture.h"
-#include "bench/desktop/MessageBoxes.h"
+#include "bench/desktop/form/FormView.h"
+#include "bench/desktop/form/MessageBoxes.h"
+#include "bench/desktop/instrument/InstrumentPicture.h"
 #include "bench/host/AddInLibrary.h"
 #include "bench/replay/Attendant.h"
 #include "bench/replay/Player.h"

@@ -19,10 +19,10 @@
 #include <utility>
 
 #include "bench/desktop/Appearance.h"
-#include "bench/desktop/ConsolePane.h"
-#include "bench/desktop/InstrumentPane.h"
 #include "bench/desktop/SimulationMenu.h"
-#include "bench/desktop/ValuesPane.h"
+#include "bench/desktop/instrument/InstrumentPane.h"
+#include "bench/desktop/panes/ConsolePane.h"
+#include "bench/desktop/panes/ValuesPane.h"
 #include "bench/instrument/DescribeMachine.h"
 #include "bench/instrument/HeadPositions.h"
 #include "bench/instrument/MemoryComparison.h"
@@ -313,6 +313,7 @@ void MainWindow::ShowLineOver(const QString& line, const QString& reason) {
   busy_->hide();
   busyText_->clear();
   instrument_->ShowLineEnded();
+  ShowWhatIsPossible();
   // Not only when all is at rest: a message box that comes next may ask to look at the instrument.
   ShowInstrument();
   if (!reason.isEmpty()) instrument_->ShowRefusal(line.toStdString(), reason.toStdString());
@@ -336,6 +337,7 @@ void MainWindow::ShowValues() {
 }
 
 void MainWindow::ShowSaveRehearsal(const SaveRehearsal& rehearsal) {
+  lowerDock_->show();
   heightBelow_ = lowerDock_->height();
   values_->ShowPreview(LineDifference(rehearsal.before, rehearsal.after), rehearsal.lines);
   tabs_->setCurrentWidget(values_);

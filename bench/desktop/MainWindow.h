@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "bench/desktop/BenchSession.h"
-#include "bench/desktop/ConsoleModel.h"
+#include "bench/desktop/panes/ConsoleModel.h"
 
 class QDockWidget;
 class QLabel;

@@ -234,7 +234,9 @@ std::int32_t SimulatedMarivane::HalfWay(const MoveAxis& command) const {
 std::vector<Travel> SimulatedMarivane::Travels() const {
   if (!line_ || !line_->command) return {};
   const Motion& motion = world_.motion;
-  const auto travel = [&](Axis axis, std::int32_t to) { return Travel{std::string(NameOf(axis)), motion.At(axis), to}; };
+  const auto travel = [&](Axis axis, std::int32_t to) {
+    return Travel{std::string(NameOf(axis)), motion.At(axis), to};
+  };
   if (const auto* const move = std::get_if<MoveAxis>(&*line_->command)) {
     return {travel(move->axis, WillStall() ? HalfWay(*move) : move->target)};
   }

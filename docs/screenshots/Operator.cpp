@@ -2,7 +2,9 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDockWidget>
 #include <QMessageBox>
+#include <QScrollArea>
 #include <QTabWidget>
 #include <cmath>
 #include <cstdio>
@@ -30,6 +32,13 @@ void Settle() {
 
 }  // namespace
 
+template <typename T>
+T& Operator::Find(const QString& name) {
+  auto* const found = window_->findChild<T*>(name);
+  if (found == nullptr) throw std::runtime_error("there is no " + name.toStdString());
+  return *found;
+}
+
 Operator::Operator(const Camera& camera, const std::filesystem::path& programs, const QSize& size) : camera_(camera) {
   if (!installation_.isValid()) throw std::runtime_error("no temporary folder");
   SessionOptions options;
@@ -48,6 +57,16 @@ Operator::Operator(const Camera& camera, const std::filesystem::path& programs, 
   window_->setAnimated(false);
   window_->show();
   window_->activateWindow();
+  Settle();
+  GiveSpareRoomToPanes();
+}
+
+// As a person would drag it: the form gains nothing by more than its own size.
+void Operator::GiveSpareRoomToPanes() {
+  auto& frame = Find<QScrollArea>(QStringLiteral("frame"));
+  auto& below = Find<QDockWidget>(QStringLiteral("lowerDock"));
+  const int spare = frame.viewport()->height() - frame.widget()->sizeHint().height();
+  if (spare > 0) window_->resizeDocks({&below}, {below.height() + spare}, Qt::Vertical);
   Settle();
 }
 
@@ -101,13 +120,6 @@ void Operator::LookForBox() {
     }
   }
   button->click();
-}
-
-template <typename T>
-T& Operator::Find(const QString& name) {
-  auto* const found = window_->findChild<T*>(name);
-  if (found == nullptr) throw std::runtime_error("there is no " + name.toStdString());
-  return *found;
 }
 
 void Operator::Press(int button) {

@@ -42,6 +42,7 @@ class Operator {
     QString picture;
   };
 
+  void GiveSpareRoomToPanes();
   void LookForBox();
   void LineIsUnderWay();
   template <typename T>

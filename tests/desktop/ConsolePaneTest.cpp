@@ -10,7 +10,7 @@
 #include <QTableView>
 #include <QTest>
 
-#include "bench/desktop/ConsolePane.h"
+#include "bench/desktop/panes/ConsolePane.h"
 
 namespace Helmsway {
 namespace {

@@ -17,7 +17,7 @@
 #include <string>
 #include <vector>
 
-#include "bench/desktop/FormView.h"
+#include "bench/desktop/form/FormView.h"
 #include "forms/Form.h"
 
 namespace Helmsway {

@@ -9,11 +9,11 @@
 #include <fstream>
 #include <sstream>
 
-#include "bench/desktop/InstrumentPane.h"
-#include "bench/desktop/LoupeView.h"
-#include "bench/desktop/SideView.h"
-#include "bench/desktop/StageMap.h"
-#include "bench/desktop/StageView.h"
+#include "bench/desktop/instrument/InstrumentPane.h"
+#include "bench/desktop/instrument/LoupeView.h"
+#include "bench/desktop/instrument/SideView.h"
+#include "bench/desktop/instrument/StageMap.h"
+#include "bench/desktop/instrument/StageView.h"
 #include "bench/instrument/DescribeMachine.h"
 #include "tests/host/TemporaryFolder.h"
 

@@ -7,7 +7,7 @@
 #include <QTimer>
 #include <functional>
 
-#include "bench/desktop/MessageBoxes.h"
+#include "bench/desktop/form/MessageBoxes.h"
 
 namespace Helmsway {
 namespace {

@@ -13,7 +13,7 @@ using Room = WindowFixture;
 TEST_F(Room, WhoIsAskedToLookAtTheToolSeesItWhereItIs) {
   GoToMainPage();
   Start();
-  const QWidget& tool = Widget("loupe");
+  const QWidget& tool = Widget("loupeView");
   const QWidget& axes = Widget("sideView");
   QString toolThen;
   QString axesThen;
@@ -22,6 +22,7 @@ TEST_F(Room, WhoIsAskedToLookAtTheToolSeesItWhereItIs) {
     axesThen = axes.accessibleDescription();
     Press(QMessageBox::No)(box);
   });
+  Expect(Hint, Press(QMessageBox::Ok));
   Click("cmdButton_6");
   EXPECT_FALSE(toolThen.isEmpty());
   EXPECT_EQ(toolThen, tool.accessibleDescription());
@@ -40,8 +41,8 @@ TEST_F(Room, ThePreviewOfASaveCanBeReadAndGivesItsRoomBack) {
     Expect(SaveBox, [&](QDialog& box) {
       QTest::qWait(10);
       for (const char* name : {"valuesUpperLines", "valuesLowerLines"}) {
-        const auto& lines = static_cast<const QPlainTextEdit&>(Widget(name));
-        EXPECT_GE(lines.viewport()->height(), 3 * lines.fontMetrics().lineSpacing()) << name;
+        const auto& view = static_cast<const QPlainTextEdit&>(Widget(name));
+        EXPECT_GE(view.viewport()->height(), 3 * view.fontMetrics().lineSpacing()) << name;
       }
       Press(answer)(box);
     });

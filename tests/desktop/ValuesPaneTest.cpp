@@ -8,7 +8,7 @@
 #include <QTextBlock>
 #include <QTextCursor>
 
-#include "bench/desktop/ValuesPane.h"
+#include "bench/desktop/panes/ValuesPane.h"
 
 namespace Helmsway {
 namespace {

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QWidget>
+#include <string>
+#include <vector>
+
+#include "bench/desktop/panes/Tone.h"
+#include "bench/desktop/panes/ValuesModel.h"
+
+class QLabel;
+class QSplitter;
+class QTableView;
+
+namespace Helmsway {
+
+class LinesView;
+
+/// Whether the instrument took "SET_CALIBRATION SAVE", so that its values last.
+enum class SaveEnd { Saved, NotSaved };
+
+/// The S positions on the screen, in the file and in the instrument, and what a save makes of them.
+class ValuesPane : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit ValuesPane(QWidget* parent = nullptr);
+
+  /// Leaves a preview or a read-back as it is.
+  void Show(const HeadPositions& positions, const std::vector<MemoryDifference>& differences);
+
+  /// Before the save dialog is answered: the lines of Marivane.ini that will change, as `LineDifference` gives them,
+  /// and the command lines that will go to the instrument; empty: none will.
+  void ShowPreview(const std::vector<std::string>& fileLines, const std::vector<std::string>& commands);
+
+  /// After a save: how the instrument's memory, read back, stands to the file. Replaces the preview.
+  void ShowReadBack(const std::vector<MemoryDifference>& differences, SaveEnd end);
+
+  /// Takes the preview or the read-back away.
+  void ClearPreview();
+
+ protected:
+  void changeEvent(QEvent* event) override;
+
+ private:
+  enum class Upper { TitleAlone, WithLines };
+
+  QWidget* BuildTable();
+  QWidget* BuildPreview();
+  void ShowSummary();
+  void SetUpper(Upper upper);
+  void TellRoom();
+  void FitColumns();
+  /// Where a new text needs it; widths that the user gave stay otherwise.
+  void WidenColumns();
+
+  ValuesModel values_;
+  QLabel* summary_ = nullptr;
+  QTableView* table_ = nullptr;
+  QSplitter* splitter_ = nullptr;
+  QWidget* preview_ = nullptr;  ///< the lower half; hidden while there is nothing to show
+  QLabel* upperTitle_ = nullptr;
+  LinesView* upperLines_ = nullptr;
+  QLabel* lowerTitle_ = nullptr;
+  LinesView* lowerLines_ = nullptr;
+};
+
+}  // namespace Helmsway
