@@ -40,7 +40,7 @@ BenchSession::BenchSession(const SessionOptions& options, ConsoleModel& console,
     : options_(options),
       messageBoxes_(messageBoxes),
       folder_(options.addIn, options.installation, WorkOn::Files),
-      library_(folder_.Library()),
+      library_(folder_.Library(), options.addIn),
       report_(console, [this] { return player_ ? player_->Training().Now() : Seconds{0}; }) {
   for (const char* name : {"Marivane.ini", "Helmsway.ini"}) {
     FileContents contents;

@@ -46,6 +46,8 @@ FaultDialog::FaultDialog(QWidget* parent) : QDialog(parent) {
   line_ = new QComboBox(this);
   line_->setObjectName(QStringLiteral("faultLine"));
   line_->setEditable(true);
+  line_->setInsertPolicy(QComboBox::NoInsert);
+  line_->setCompleter(nullptr);  // it would make one line's beginning of what is meant for several
   line_->addItems({QString(), QStringLiteral("HOME ALL"), QStringLiteral("HOME S"), QStringLiteral("MOVE S "),
                    QStringLiteral("MOVE Z "), QStringLiteral("MOVE SLIDER"), QStringLiteral("STATUS SLIDER"),
                    QStringLiteral("SET_CALIBRATION"), QStringLiteral("SET_CALIBRATION SAVE"), QStringLiteral("REV")});

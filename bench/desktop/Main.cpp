@@ -48,7 +48,6 @@ class QuitWhenDrawn final : public QObject {
 
 int main(int argc, char** argv) {
   QApplication::setApplicationName(QStringLiteral("helmsway-bench"));
-  QApplication::setApplicationDisplayName(QStringLiteral("Helmsway Bench"));
   QApplication::setApplicationVersion(QStringLiteral(HELMSWAY_VERSION));
   const QApplication application(argc, argv);
   Appearance::Begin();
@@ -66,6 +65,7 @@ int main(int argc, char** argv) {
     QuitWhenDrawn quitWhenDrawn;
     if (options.quitWhenShown) window.installEventFilter(&quitWhenDrawn);
     window.show();
+    window.activateWindow();
     return QApplication::exec();
   } catch (const std::exception& error) {
     QTextStream(stderr) << "helmsway-bench: " << error.what() << '\n';

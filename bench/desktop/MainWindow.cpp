@@ -1,15 +1,12 @@
 #include "bench/desktop/MainWindow.h"
 
-#include <QApplication>
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QFileDialog>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
-#include <QProgressBar>
 #include <QScreen>
-#include <QScrollArea>
 #include <QScrollBar>
 #include <QStatusBar>
 #include <QTabWidget>
@@ -18,8 +15,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "bench/desktop/Appearance.h"
+#include "bench/desktop/BusyMark.h"
+#include "bench/desktop/HostMenu.h"
 #include "bench/desktop/SimulationMenu.h"
+#include "bench/desktop/ViewMenu.h"
+#include "bench/desktop/form/FormArea.h"
 #include "bench/desktop/instrument/InstrumentPane.h"
 #include "bench/desktop/panes/ConsolePane.h"
 #include "bench/desktop/panes/ValuesPane.h"
@@ -30,8 +30,6 @@
 
 namespace Helmsway {
 namespace {
-
-constexpr int TextSizeStep = 25;
 
 QString TextOf(const std::string& text) { return QString::fromStdString(text); }
 
@@ -48,7 +46,9 @@ MainWindow::MainWindow(SessionOptions options, QWidget* parent) : QMainWindow(pa
   setObjectName(QStringLiteral("mainWindow"));
   ShowCaption({});
   BuildPanes();
-  BuildMenus();
+  BuildHostMenu();
+  BuildSimulationMenu();
+  menuBar()->addMenu(new ViewMenu({instrumentDock_, lowerDock_}, this));
   BuildStatusBar();
   connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, &MainWindow::ShowValues);
   connect(&watcher_, &QFileSystemWatcher::fileChanged, this, &MainWindow::ShowValues);
@@ -58,12 +58,11 @@ MainWindow::MainWindow(SessionOptions options, QWidget* parent) : QMainWindow(pa
 MainWindow::~MainWindow() { EndSession(); }
 
 void MainWindow::BuildPanes() {
-  formArea_ = new QScrollArea(this);
+  formArea_ = new FormArea(this);
   formArea_->setObjectName(QStringLiteral("frame"));
   formArea_->setAccessibleName(tr("Add-in"));
-  formArea_->setWidgetResizable(true);
-  formArea_->setFocusPolicy(Qt::NoFocus);
   setCentralWidget(formArea_);
+  messageBoxes_.OpenOver(formArea_);
 
   instrumentDock_ = new QDockWidget(tr("Instrument (simulated)"), this);
   instrumentDock_->setObjectName(QStringLiteral("instrumentDock"));
@@ -90,42 +89,24 @@ void MainWindow::BuildPanes() {
   });
 }
 
-void MainWindow::BuildMenus() {
-  BuildHostMenu();
-  BuildSessionMenu();
-  BuildViewMenu();
-}
-
 void MainWindow::BuildHostMenu() {
-  QMenu* const host = menuBar()->addMenu(tr("&Host"));
-  const auto add = [&](const char* name, const QString& text, const QKeySequence& keys, auto triggered) {
-    QAction* const action = host->addAction(text);
-    action->setObjectName(QString::fromLatin1(name));
-    action->setShortcut(keys);
-    connect(action, &QAction::triggered, this, triggered);
-    return action;
-  };
-  saveChanges_ =
-      add("saveChanges", tr("&Save"), QKeySequence::Save, [this] { Perform(QStringLiteral("host SaveChanges")); });
-  loadDefaults_ = add("loadDefaults", tr("&Defaults"), QKeySequence(Qt::CTRL | Qt::Key_D),
-                      [this] { Perform(QStringLiteral("host LoadDefaults")); });
-  stop_ = add("stop", tr("S&top"), QKeySequence(Qt::Key_Escape), [this] { Perform(QStringLiteral("host stop")); });
-  host->addSeparator();
-  startAddIn_ = add("startAddIn", tr("St&art the Add-In"), {}, [this] { session_->StartAddIn(); });
-  endAddIn_ = add("endAddIn", tr("&End the Add-In"), {}, [this] { EndAddIn(); });
-  host->addSeparator();
-  add("quit", tr("&Quit"), QKeySequence::Quit, [this] { close(); });
+  host_ = new HostMenu(this);
+  menuBar()->addMenu(host_);
+  connect(host_, &HostMenu::ActionAsked, this, &MainWindow::Perform);
+  connect(host_, &HostMenu::StartAsked, this, [this] { session_->StartAddIn(); });
+  connect(host_, &HostMenu::EndAsked, this, &MainWindow::EndAddIn);
+  connect(host_, &HostMenu::QuitAsked, this, &QWidget::close);
 
   hostButtons_ = addToolBar(tr("Host Buttons"));
   hostButtons_->setObjectName(QStringLiteral("hostButtons"));
   hostButtons_->setToolButtonStyle(Qt::ToolButtonTextOnly);
-  hostButtons_->addActions({saveChanges_, loadDefaults_, stop_});
+  hostButtons_->addActions(host_->Buttons());
   for (QAction* const action : hostButtons_->actions()) {
     hostButtons_->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
   }
 }
 
-void MainWindow::BuildSessionMenu() {
+void MainWindow::BuildSimulationMenu() {
   simulation_ = new SimulationMenu(this);
   menuBar()->addMenu(simulation_);
   simulation_->ShowFactor(static_cast<int>(options_.factor));
@@ -134,36 +115,11 @@ void MainWindow::BuildSessionMenu() {
   connect(simulation_, &SimulationMenu::NewSessionAsked, this, &MainWindow::NewSession);
 }
 
-void MainWindow::BuildViewMenu() {
-  QMenu* const view = menuBar()->addMenu(tr("&View"));
-  const auto addSize = [&](const QString& text, const QKeySequence& keys, auto size) {
-    QAction* const action = view->addAction(text);
-    action->setShortcut(keys);
-    connect(action, &QAction::triggered, this, [this, size] { SetTextSize(size()); });
-  };
-  addSize(tr("&Larger Text"), QKeySequence::ZoomIn, [] { return Appearance::TextSize() + TextSizeStep; });
-  addSize(tr("S&maller Text"), QKeySequence::ZoomOut, [] { return Appearance::TextSize() - TextSizeStep; });
-  addSize(tr("&Normal Text"), QKeySequence(Qt::CTRL | Qt::Key_0), [] { return 100; });
-  QAction* const dark = view->addAction(tr("&Dark Colours"));
-  dark->setObjectName(QStringLiteral("darkColors"));
-  dark->setCheckable(true);
-  connect(dark, &QAction::toggled, this,
-          [](bool on) { Appearance::SetColors(on ? Appearance::Colors::Dark : Appearance::Colors::Desktop); });
-  view->addSeparator();
-  for (const QDockWidget* const dock : findChildren<QDockWidget*>()) view->addAction(dock->toggleViewAction());
-}
-
 void MainWindow::BuildStatusBar() {
   status_ = new QLabel(this);
   status_->setObjectName(QStringLiteral("STATUS"));
   status_->setAccessibleName(tr("Status"));
-  busyText_ = new QLabel(this);
-  busyText_->setObjectName(QStringLiteral("busyText"));
-  busy_ = new QProgressBar(this);
-  busy_->setObjectName(QStringLiteral("busy"));
-  busy_->setRange(0, 1000);
-  busy_->setTextVisible(false);
-  busy_->setFixedWidth(fontMetrics().averageCharWidth() * 16);
+  busy_ = new BusyMark(this);
   auto* const simulated = new QLabel(tr("SIMULATION"), this);
   simulated->setObjectName(QStringLiteral("simulated"));
   // Nothing is set but the weight, so that the size goes on following the application's font.
@@ -177,10 +133,8 @@ void MainWindow::BuildStatusBar() {
   simulated->setAutoFillBackground(true);
   simulated->setContentsMargins(4, 0, 4, 0);
   statusBar()->addWidget(status_, 1);
-  statusBar()->addPermanentWidget(busyText_);
   statusBar()->addPermanentWidget(busy_);
   statusBar()->addPermanentWidget(simulated);
-  busy_->hide();
 }
 
 bool MainWindow::BeginSession() {
@@ -197,6 +151,9 @@ bool MainWindow::BeginSession() {
     ShowWhatIsPossible();
     QMessageBox::critical(this, tr("Helmsway Bench"), QString::fromUtf8(error.what()));
     return false;
+  }
+  if (!std::filesystem::exists(session_->MarivaneIni())) {
+    session_->Report().Note(tr("there is no Marivane.ini in %1").arg(TextOf(options_.installation.string())));
   }
   watcher_.addPath(TextOf(options_.installation.string()));
   TakeRoom();
@@ -241,10 +198,8 @@ void MainWindow::Connect(BenchSession& session) {
   connect(&report, &BenchReport::CaptionRead, this, &MainWindow::ShowCaption);
   connect(&report, &BenchReport::ButtonsShown, hostButtons_, &QWidget::setVisible);
   connect(&report, &BenchReport::StatusBarShown, statusBar(), &QWidget::setVisible);
-  connect(&report, &BenchReport::LineBegan, this, [this] {
-    lineTime_.start();
-    ShowWhatIsPossible();
-  });
+  connect(&report, &BenchReport::LineBegan, busy_, &BusyMark::LineBegan);
+  connect(&report, &BenchReport::LineBegan, this, &MainWindow::ShowWhatIsPossible);
   connect(&report, &BenchReport::LineOver, this, &MainWindow::ShowLineOver);
   connect(&report, &BenchReport::Jogged, this, [this] { setWindowModified(true); });
   connect(&report, &BenchReport::SaveAnswered, this, [this](forms::MessageAnswer answer) {
@@ -292,26 +247,22 @@ void MainWindow::HideForm() {
   if (form_ == nullptr) return;
   // It may be in the middle of passing on a click, so it stays, as a picture, until the next form takes its place.
   std::exchange(form_, nullptr)->Detach();
+  ShowCaption({});
 }
 
 void MainWindow::ShowCaption(const QString& caption) {
   const QString host = tr("Helmsway Bench (simulation)");
-  setWindowTitle(caption.isEmpty() ? host : QStringLiteral("%1[*] - %2").arg(caption, host));
+  setWindowTitle(caption.isEmpty() ? host + QStringLiteral("[*]") : QStringLiteral("%1[*] - %2").arg(caption, host));
 }
 
 void MainWindow::ShowProgress(double share) {
-  busy_->show();
-  busy_->setValue(static_cast<int>(share * busy_->maximum()));
-  const double seconds = static_cast<double>(lineTime_.elapsed()) / 1000;
-  const QString line = session_->Report().LineText();
-  busyText_->setText(tr("%1: %2 s").arg(line).arg(seconds, 0, 'f', 1));
-  instrument_->ShowLineUnderWay(line.toStdString(), share);
+  busy_->Show(share);
+  instrument_->ShowLineUnderWay(session_->Report().LineText().toStdString(), share);
   ShowInstrument();
 }
 
 void MainWindow::ShowLineOver(const QString& line, const QString& reason) {
-  busy_->hide();
-  busyText_->clear();
+  busy_->LineOver();
   instrument_->ShowLineEnded();
   ShowWhatIsPossible();
   // Not only when all is at rest: a message box that comes next may ask to look at the instrument.
@@ -365,14 +316,11 @@ void MainWindow::ShowWhatIsPossible() {
   const bool session = session_ != nullptr;
   const bool atRest = session && session_->IsAtRest();
   const bool loaded = session && session_->Surface() != nullptr;
-  // The host's own calls would run in the middle of a line, so they aren't offered then.
-  saveChanges_->setEnabled(atRest && loaded);
-  loadDefaults_->setEnabled(atRest && loaded);
-  endAddIn_->setEnabled(atRest && loaded);
-  startAddIn_->setEnabled(atRest && !loaded);
-  stop_->setEnabled(session && session_->LineIsUnderWay());
-  simulation_->setEnabled(session);
-  simulation_->SetAtRest(atRest);
+  host_->Offer({atRest, loaded, session && session_->LineIsUnderWay()});
+  // Without a session, too: another one may succeed where the last one couldn't begin.
+  simulation_->SetAtRest(!session || atRest);
+  // What is under way would be missing in a script.
+  consolePane_->SetSaving(atRest ? ConsolePane::Saving::Possible : ConsolePane::Saving::NotNow);
 }
 
 void MainWindow::Rested() {
@@ -401,8 +349,6 @@ void MainWindow::SetFactor(int factor) {
   options_.factor = factor;
   if (session_) session_->SetFactor(factor);
 }
-
-void MainWindow::SetTextSize(int percent) { Appearance::SetTextSize(percent); }
 
 void MainWindow::SaveAs(const QString& title, const QString& filter, const QString& suffix,
                         void (BenchSession::*save)(const std::filesystem::path&) const) {

@@ -1,23 +1,24 @@
 #pragma once
 
-#include <QElapsedTimer>
 #include <QFileSystemWatcher>
 #include <QMainWindow>
 #include <memory>
 
 #include "bench/desktop/BenchSession.h"
+#include "bench/desktop/form/HeldKeys.h"
 #include "bench/desktop/panes/ConsoleModel.h"
 
 class QDockWidget;
 class QLabel;
-class QProgressBar;
-class QScrollArea;
 class QTabWidget;
 class QToolBar;
 
 namespace Helmsway {
 
+class BusyMark;
 class ConsolePane;
+class FormArea;
+class HostMenu;
 class InstrumentPane;
 class SimulationMenu;
 class ValuesPane;
@@ -43,10 +44,8 @@ class MainWindow : public QMainWindow {
 
  private:
   void BuildPanes();
-  void BuildMenus();
   void BuildHostMenu();
-  void BuildSessionMenu();
-  void BuildViewMenu();
+  void BuildSimulationMenu();
   void BuildStatusBar();
   void TakeRoom();
   void Connect(BenchSession& session);
@@ -70,7 +69,6 @@ class MainWindow : public QMainWindow {
   void Perform(const QString& action);
   void NewSession(const TrainingSeed& seed);
   void SetFactor(int factor);
-  void SetTextSize(int percent);
   /// Asks for a file and has it written; a failure is shown.
   void SaveAs(const QString& title, const QString& filter, const QString& suffix,
               void (BenchSession::*save)(const std::filesystem::path&) const);
@@ -79,11 +77,11 @@ class MainWindow : public QMainWindow {
 
   SessionOptions options_;
   ConsoleModel console_;
+  HeldKeys heldKeys_;
   MessageBoxes messageBoxes_{this};
   QFileSystemWatcher watcher_;
-  QElapsedTimer lineTime_;
 
-  QScrollArea* formArea_ = nullptr;
+  FormArea* formArea_ = nullptr;
   FormView* form_ = nullptr;
   QTabWidget* tabs_ = nullptr;
   ConsolePane* consolePane_ = nullptr;
@@ -91,16 +89,11 @@ class MainWindow : public QMainWindow {
   QDockWidget* lowerDock_ = nullptr;
   QDockWidget* instrumentDock_ = nullptr;
   InstrumentPane* instrument_ = nullptr;
+  HostMenu* host_ = nullptr;
   SimulationMenu* simulation_ = nullptr;
   QToolBar* hostButtons_ = nullptr;
   QLabel* status_ = nullptr;
-  QLabel* busyText_ = nullptr;
-  QProgressBar* busy_ = nullptr;
-  QAction* saveChanges_ = nullptr;
-  QAction* loadDefaults_ = nullptr;
-  QAction* startAddIn_ = nullptr;
-  QAction* endAddIn_ = nullptr;
-  QAction* stop_ = nullptr;
+  BusyMark* busy_ = nullptr;
 
   bool closing_ = false;
   bool saveAnswered_ = false;

@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QRandomGenerator>
 #include <QSpinBox>
 
 #include "bench/desktop/FaultDialog.h"
@@ -58,8 +59,12 @@ void SimulationMenu::SetAtRest(bool atRest) {
 }
 
 void SimulationMenu::AskForFault() {
-  FaultDialog dialog(parentWidget());
-  if (dialog.exec() == QDialog::Accepted) Q_EMIT ActionAsked(QString::fromStdString(dialog.Action()));
+  // Not in an event loop of its own: a line under way would have to wait for it.
+  auto* const dialog = new FaultDialog(parentWidget());
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  connect(dialog, &QDialog::accepted, this,
+          [this, dialog] { Q_EMIT ActionAsked(QString::fromStdString(dialog->Action())); });
+  dialog->open();
 }
 
 void SimulationMenu::AskForSeed() {
@@ -68,7 +73,7 @@ void SimulationMenu::AskForSeed() {
   dialog.setWindowTitle(tr("New Session (Simulation)"));
   auto* const number = new QSpinBox(&dialog);
   number->setRange(0, 2147483646);
-  number->setValue(1);
+  number->setValue(QRandomGenerator::global()->bounded(1, 10000));
   number->setToolTip(tr("The same number gives the same hidden truth of the syringe axis"));
   auto* const loses = new QCheckBox(tr("The syringe axis loses steps now and then"), &dialog);
   auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);

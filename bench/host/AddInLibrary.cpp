@@ -10,10 +10,23 @@ using HelmswayCmds::Result;
 using OrvelCalibrateS::EntryPointFunction;
 using OrvelCalibrateS::Ref;
 
-AddInLibrary::AddInLibrary(const std::filesystem::path& file)
-    // A name without a slash would be looked for on the system's search path.
-    : name_(std::filesystem::absolute(file).string()), handle_(dlopen(name_.c_str(), RTLD_NOW | RTLD_LOCAL)) {
-  if (handle_ == nullptr) throw AddInLibraryError(std::string("the add-in can't be loaded: ") + dlerror());
+namespace {
+
+/// What the system says of a library, with the name that people know it by.
+std::string LoadError(const std::string& path, const std::string& name) {
+  std::string error = dlerror();
+  if (error.starts_with(path)) error.replace(0, path.size(), name);
+  return "the add-in can't be loaded: " + error;
+}
+
+}  // namespace
+
+AddInLibrary::AddInLibrary(const std::filesystem::path& file, const std::filesystem::path& knownAs)
+    : name_((knownAs.empty() ? file : knownAs).string()) {
+  // A name without a slash would be looked for on the system's search path.
+  const std::string path = std::filesystem::absolute(file).string();
+  handle_ = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+  if (handle_ == nullptr) throw AddInLibraryError(LoadError(path, name_));
   for (const char* name : {OrvelCalibrateS::GetClassObjectName, OrvelCalibrateS::CanUnloadNowName,
                            OrvelCalibrateS::RegisterServerName, OrvelCalibrateS::UnregisterServerName}) {
     if (dlsym(handle_, name) != nullptr) continue;

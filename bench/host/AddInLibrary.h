@@ -20,7 +20,8 @@ class AddInLibraryError : public std::runtime_error {
 class AddInLibrary {
  public:
   /// Throws `AddInLibraryError` when the library can't be loaded or lacks an entry point.
-  explicit AddInLibrary(const std::filesystem::path& file);
+  /// `knownAs` is what the library is called in errors, where `file` is only a link to it.
+  explicit AddInLibrary(const std::filesystem::path& file, const std::filesystem::path& knownAs = {});
   AddInLibrary(const AddInLibrary&) = delete;
   AddInLibrary& operator=(const AddInLibrary&) = delete;
   ~AddInLibrary();

@@ -34,9 +34,10 @@ std::string Quoted(std::string_view text) { return '"' + std::string(text) + '"'
 }  // namespace
 
 Player::Player(const AddInLibrary& library, std::string marivaneIni, InstrumentKind instrument, IReport& report,
-               IAttendant* attendant)
+               IAttendant* attendant, Durability durability)
     : library_(library),
       marivaneIni_(std::move(marivaneIni)),
+      durability_(durability),
       report_(report),
       attendant_(attendant),
       stand_(instrument, marivaneIni_) {
@@ -45,7 +46,7 @@ Player::Player(const AddInLibrary& library, std::string marivaneIni, InstrumentK
                                                     [this] { return LinkReachable(); });
   *window_.Out() = new HostWindow(*this);
   Ref<HelmswayCmds::IIniService> files;
-  *files.Out() = new ConfigurationService;
+  *files.Out() = new ConfigurationService(durability_);
   *iniService_.Out() = new HostIniService(*this, std::move(files));
   HostClasses::ServeIniService(Ref<HelmswayCmds::IIniService>(iniService_.Get()));
 }
@@ -231,8 +232,9 @@ void Player::ReadMember(const std::string& name) {
 
 void Player::EditFile(const Action& action) {
   const std::vector<std::string>& words = action.arguments;
-  const bool edited = action.kind == ActionKind::FileSet ? SetIniValue(marivaneIni_, words[0], words[1], words[2])
-                                                         : RemoveIniValue(marivaneIni_, words[0], words[1]);
+  const bool edited = action.kind == ActionKind::FileSet
+                          ? SetIniValue(marivaneIni_, words[0], words[1], words[2], durability_)
+                          : RemoveIniValue(marivaneIni_, words[0], words[1], durability_);
   if (!edited) throw std::runtime_error("Marivane.ini can't be edited: " + action.text);
 }
 

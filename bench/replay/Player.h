@@ -10,6 +10,7 @@
 #include "bench/host/AddInLibrary.h"
 #include "bench/host/AddInSession.h"
 #include "bench/host/CommandSink.h"
+#include "bench/host/Durability.h"
 #include "bench/host/HostConnection.h"
 #include "bench/host/HostIniService.h"
 #include "bench/host/HostListener.h"
@@ -50,9 +51,10 @@ class Player final : private IHostListener, ICommandSink, forms::IObserver, form
  public:
   /// `marivaneIni` is the file that the instrument is made of and that `file set` and `file remove` edit; it lies in a
   /// folder of the run's own. Library, report and attendant must outlive the player. With an attendant, nobody but them
-  /// answers message boxes; without one (null), the script does, and nobody waits for a line.
+  /// answers message boxes; without one (null), the script does, and nobody waits for a line. `durability` is that of
+  /// every write to the file.
   Player(const AddInLibrary& library, std::string marivaneIni, InstrumentKind instrument, IReport& report,
-         IAttendant* attendant = nullptr);
+         IAttendant* attendant = nullptr, Durability durability = Durability::Flushed);
   Player(const Player&) = delete;
   Player& operator=(const Player&) = delete;
   /// Releases what there still is of the add-in; nothing of that is reported.
@@ -134,6 +136,7 @@ class Player final : private IHostListener, ICommandSink, forms::IObserver, form
 
   const AddInLibrary& library_;
   const std::string marivaneIni_;
+  const Durability durability_;
   IReport& report_;
   IAttendant* const attendant_;
 

@@ -42,9 +42,10 @@ std::string BytesOf(const fs::path& file) {
 
 std::optional<EarlyEnd> Play(const Script& script, const ReplayOptions& options, IReport& report) {
   const RunFolder folder(options.addIn, options.configuration, options.workOn);
-  const AddInLibrary library(folder.Library());
+  const AddInLibrary library(folder.Library(), options.addIn);
   const std::string before = BytesOf(folder.MarivaneIni());
-  Player player(library, folder.MarivaneIni().string(), options.instrument, report);
+  Player player(library, folder.MarivaneIni().string(), options.instrument, report, nullptr,
+                DurabilityOf(options.workOn));
   for (const Action& action : script.actions) {
     if (Interruption::Requested() || !player.Perform(action)) break;
   }

@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <string>
 
+#include "bench/host/Durability.h"
+
 namespace Helmsway {
 
 /// Which files a run works on.
@@ -10,6 +12,11 @@ enum class WorkOn {
   Copies,  ///< copies, gone with the run
   Files,   ///< the files of the configuration folder themselves
 };
+
+/// Nothing waits for the disk to keep what is gone with the run.
+constexpr Durability DurabilityOf(WorkOn workOn) {
+  return workOn == WorkOn::Copies ? Durability::Volatile : Durability::Flushed;
+}
 
 /// A folder of a run's own, gone with the object, that stands for the folder of an installed add-in: it holds the
 /// add-in library and the configuration files under the name that the library looks for.

@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QElapsedTimer>
 #include <QTest>
 
@@ -55,6 +56,25 @@ TEST_F(Interruption, DuringALineAllButStopIsIgnored) {
   EXPECT_EQ(Count(Kind::Note, "ignored: click 5"), 0);
   EXPECT_EQ(Panels(), "fraMove fraTest");
   EXPECT_EQ(EnabledButtons(), "0 5 6 14 16");
+}
+
+TEST_F(Interruption, ALineDoesNotWaitForTheDialogThatPlansAFault) {
+  GoToMainPage();
+  bool lineGoesOn = false;
+  Expect("Plan a Fault (Simulation)", [&](QDialog& dialog) {
+    EXPECT_TRUE(lineGoesOn);
+    auto& line = *dialog.findChild<QComboBox*>(QStringLiteral("faultLine"));
+    QTest::keyClicks(&line, QStringLiteral("MOVE"));
+    QTest::keyClick(&line, Qt::Key_Return);
+  });
+  During("HOME ALL", [&] {
+    EXPECT_FALSE(Widget("consoleSaveScript").isEnabled());
+    Trigger("planFault");
+    lineGoesOn = true;
+  });
+  Click("cmdButton_5");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Count(Kind::Action, "instrument fault refuse MOVE") == 1; }, 5000));
+  EXPECT_TRUE(Widget("consoleSaveScript").isEnabled());
 }
 
 TEST_F(Interruption, AHeadGoesToTheStageUnderItsOwnStop) {

@@ -65,10 +65,9 @@ TEST(MessageBoxes, TheAnswerIsTheButtonsAndEscapeOrClosingIsCareful) {
 }
 
 TEST(MessageBoxes, TextAndTitleAreShownAsGiven) {
-  QGuiApplication::setApplicationDisplayName(QStringLiteral("Bench"));
   MessageBoxes boxes(nullptr);
   WhenOpen([](QMessageBox& box) {
-    EXPECT_EQ(box.windowTitle(), QStringLiteral("Bench"));
+    EXPECT_EQ(box.windowTitle(), QStringLiteral("Helmsway Bench"));
     EXPECT_EQ(box.text(), QStringLiteral("upper <b>part</b> \n\n1. 8 & 12"));
     EXPECT_EQ(box.textFormat(), Qt::PlainText);
     EXPECT_EQ(box.windowModality(), Qt::ApplicationModal);
@@ -82,7 +81,6 @@ TEST(MessageBoxes, TextAndTitleAreShownAsGiven) {
     box.reject();
   });
   boxes.Show("Calibrate", "Text", MessageButtons::Ok, MessageIcon::Exclamation);
-  QGuiApplication::setApplicationDisplayName(QString());
 }
 
 TEST(MessageBoxes, AnsweringCarefullyClosesTheOpenBoxAndShowsNoOther) {

@@ -1,5 +1,8 @@
+#include <QApplication>
 #include <QPlainTextEdit>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 
 #include "bench/desktop/Appearance.h"
@@ -20,6 +23,8 @@ TEST_F(Room, WhoIsAskedToLookAtTheToolSeesItWhereItIs) {
   Expect(Verify, [&](QDialog& box) {
     toolThen = tool.accessibleDescription();
     axesThen = axes.accessibleDescription();
+    const QRect picture(tool.mapToGlobal(QPoint()), tool.size());
+    EXPECT_FALSE(box.frameGeometry().intersects(picture));
     Press(QMessageBox::No)(box);
   });
   Expect(Hint, Press(QMessageBox::Ok));
@@ -43,6 +48,13 @@ TEST_F(Room, ThePreviewOfASaveCanBeReadAndGivesItsRoomBack) {
       for (const char* name : {"valuesUpperLines", "valuesLowerLines"}) {
         const auto& view = static_cast<const QPlainTextEdit&>(Widget(name));
         EXPECT_GE(view.viewport()->height(), 3 * view.fontMetrics().lineSpacing()) << name;
+        // The box keeps the window out of reach, but the last line can be brought into view.
+        const QScrollBar& bar = *view.verticalScrollBar();
+        EXPECT_EQ(bar.value(), 0);
+        for (int page = 0; page < 40; ++page) QTest::keyClick(box.windowHandle(), Qt::Key_PageDown);
+        EXPECT_GT(bar.value(), 0) << name;
+        EXPECT_EQ(bar.value(), bar.maximum()) << name;
+        for (int page = 0; page < 40; ++page) QTest::keyClick(box.windowHandle(), Qt::Key_PageUp);
       }
       Press(answer)(box);
     });
@@ -50,6 +62,24 @@ TEST_F(Room, ThePreviewOfASaveCanBeReadAndGivesItsRoomBack) {
     QTest::qWait(10);
     EXPECT_EQ(below.height(), height);
   }
+}
+
+TEST_F(Room, ThePageThatComesIsSeenWhereItsFocusIs) {
+  Click("cmdButton_10");
+  Click("chkToolInstalled");
+  auto& frame = static_cast<QScrollArea&>(Widget("frame"));
+  Window().resize(Window().width(), Window().minimumHeight());
+  Widget("lowerDock").setMinimumHeight(Window().height() / 2);
+  Window().resize(Window().size());
+  QTest::qWait(10);
+  ASSERT_GT(frame.verticalScrollBar()->maximum(), 0);
+  // At the bottom of one page, where the next has nothing that could have the focus.
+  frame.verticalScrollBar()->setValue(frame.verticalScrollBar()->maximum());
+  Type(Qt::Key_Tab, 2);
+  Type(Qt::Key_Return);
+  const QWidget* const focus = QApplication::focusWidget();
+  ASSERT_EQ(focus, &Widget("fraMove"));
+  EXPECT_FALSE(focus->visibleRegion().isEmpty());
 }
 
 TEST_F(Room, LargeTextLeavesTheWindowOnTheScreen) {

@@ -37,7 +37,6 @@ WindowFixture::WindowFixture() {
   static std::once_flag begun;
   std::call_once(begun, Appearance::Begin);
   fs::copy(HELMSWAY_EXAMPLES "/installation", installation_.PathOf(""), fs::copy_options::recursive);
-  QGuiApplication::setApplicationDisplayName(Name(Bench));
   QObject::connect(&watch_, &QTimer::timeout, &watch_, [this] { AnswerBox(); });
   watch_.start(1);
   window_ = std::make_unique<MainWindow>(OptionsFor(installation_.PathOf("")));
@@ -50,7 +49,6 @@ WindowFixture::WindowFixture() {
 
 WindowFixture::~WindowFixture() {
   window_.reset();
-  QGuiApplication::setApplicationDisplayName({});
   for (const Expected& box : expected_) ADD_FAILURE() << "no box came: " << box.title.toStdString();
   EXPECT_EQ(awaited_, "");
 }

@@ -1,9 +1,9 @@
 #include "bench/desktop/form/MessageBoxes.h"
 
-#include <QGuiApplication>
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
+#include <QTimer>
 #include <algorithm>
 #include <array>
 #include <span>
@@ -13,6 +13,9 @@ namespace {
 
 using forms::MessageAnswer;
 using forms::MessageButtons;
+
+/// Not the application's display name: the window system would put that behind all other titles, too.
+constexpr const char* HostName = "Helmsway Bench";
 
 struct Choice {
   MessageAnswer answer;
@@ -78,21 +81,37 @@ MessageAnswer MessageBoxes::Show(std::string_view title, std::string_view text, 
   const QPointer<QMessageBox> box(new QMessageBox(parent_));
   box->setObjectName(QStringLiteral("messageBox"));
   box->setWindowModality(Qt::ApplicationModal);
-  box->setWindowTitle(title.empty() ? QGuiApplication::applicationDisplayName() : Text(title));
+  box->setWindowTitle(title.empty() ? QString::fromLatin1(HostName) : Text(title));
   box->setAccessibleName(box->windowTitle());
   box->setTextFormat(Qt::PlainText);
   box->setText(Text(text));
   box->setIcon(icon == forms::MessageIcon::Exclamation ? QMessageBox::Warning : QMessageBox::NoIcon);
   AddButtons(*box, buttons);
   KeepLines(*box);
+  Place(*box);
 
   open_.push_back(box);
+  // Where no window manager gives the keyboard to a window that comes, and takes it back when that goes.
+  QTimer::singleShot(0, box, [&] { box->activateWindow(); });
   box->exec();
   open_.erase(std::remove(open_.begin(), open_.end(), box), open_.end());
   if (box == nullptr) return forms::CarefulAnswer(buttons);
   const MessageAnswer answer = answersCarefully_ ? forms::CarefulAnswer(buttons) : AnswerOf(*box, buttons);
   delete box;
+  if (parent_ != nullptr && !answersCarefully_) parent_->activateWindow();
   return answer;
+}
+
+void MessageBoxes::Place(QMessageBox& box) const {
+  if (area_ == nullptr || !area_->isVisible()) return;
+  const QRect area(area_->mapToGlobal(QPoint()), area_->size());
+  QRect place(QPoint(), box.sizeHint());
+  place.moveCenter(area.center());
+  place.moveTop(std::max(place.top(), area.top()));
+  const QRect screen = area_->screen()->availableGeometry();
+  place.moveLeft(std::clamp(place.left(), screen.left(), std::max(screen.left(), screen.right() - place.width())));
+  place.moveTop(std::clamp(place.top(), screen.top(), std::max(screen.top(), screen.bottom() - place.height())));
+  box.move(place.topLeft());
 }
 
 void MessageBoxes::AnswerCarefully() {

@@ -62,7 +62,7 @@ InstrumentPane::InstrumentPane(MachineDescription machine, QWidget* parent)
   lineUnderWay_->setObjectName(QStringLiteral("lineUnderWay"));
   lineUnderWay_->setAccessibleName(Idle());
   lineUnderWay_->setTextFormat(Qt::PlainText);
-  lineUnderWay_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  lineUnderWay_->setWordWrap(true);
   mode_->setObjectName(QStringLiteral("mode"));
   progress_->setObjectName(QStringLiteral("lineProgress"));
   progress_->setAccessibleName(QStringLiteral("Share of the line under way that is over"));
@@ -89,7 +89,6 @@ void InstrumentPane::LayOut() {
   area->setWidget(pictures);
   auto* const busy = new QHBoxLayout;
   busy->setContentsMargins(4, 0, 4, 0);
-  busy->addWidget(lineUnderWay_, 2);
   busy->addWidget(progress_, 1);
   busy->addWidget(mode_);
   auto* const whole = new QVBoxLayout(this);
@@ -97,6 +96,8 @@ void InstrumentPane::LayOut() {
   whole->setSpacing(4);
   whole->addWidget(new SimulationBanner(this));
   whole->addWidget(area, 1);
+  // A row of its own, in which every line has room at the usual size: the pictures may not jump with each.
+  whole->addWidget(lineUnderWay_);
   whole->addLayout(busy);
   for (NoticeLabel* const notice : {refusal_, localMode_, collisionDetection_, damage_}) whole->addWidget(notice);
 }

@@ -44,6 +44,8 @@ ConsolePane::ConsolePane(ConsoleModel& entries, QWidget* parent) : QWidget(paren
 
 void ConsolePane::BuildTable() {
   table_ = new QTableView;
+  // Of a long line, the command and the value at its end are what matters.
+  table_->setTextElideMode(Qt::ElideMiddle);
   table_->setObjectName(QStringLiteral("consoleTable"));
   table_->setAccessibleName(QStringLiteral("Console entries"));
   table_->setModel(&filter_);
@@ -106,15 +108,18 @@ QLayout* ConsolePane::BuildButtonRow() {
   const QPushButton* copy = AddButton(*layout, QStringLiteral("Cop&y"), QStringLiteral("consoleCopy"),
                                       QStringLiteral("Copy the selected entries, or all that are shown"));
   layout->addStretch(1);
-  const QPushButton* trace = AddButton(*layout, QStringLiteral("Save as &trace…"), QStringLiteral("consoleSaveTrace"),
-                                       QStringLiteral("Save as trace"));
-  const QPushButton* script =
-      AddButton(*layout, QStringLiteral("Save session as &replay script…"), QStringLiteral("consoleSaveScript"),
-                QStringLiteral("Save session as replay script"));
+  saveTrace_ = AddButton(*layout, QStringLiteral("Save as &trace…"), QStringLiteral("consoleSaveTrace"),
+                         QStringLiteral("Save as trace"));
+  saveScript_ = AddButton(*layout, QStringLiteral("Save session as &replay script…"),
+                          QStringLiteral("consoleSaveScript"), QStringLiteral("Save session as replay script"));
   connect(copy, &QPushButton::clicked, this, &ConsolePane::Copy);
-  connect(trace, &QPushButton::clicked, this, &ConsolePane::SaveTraceAsked);
-  connect(script, &QPushButton::clicked, this, &ConsolePane::SaveScriptAsked);
+  connect(saveTrace_, &QPushButton::clicked, this, &ConsolePane::SaveTraceAsked);
+  connect(saveScript_, &QPushButton::clicked, this, &ConsolePane::SaveScriptAsked);
   return layout;
+}
+
+void ConsolePane::SetSaving(Saving saving) {
+  for (QPushButton* const button : {saveTrace_, saveScript_}) button->setEnabled(saving == Saving::Possible);
 }
 
 void ConsolePane::changeEvent(QEvent* event) {
@@ -140,12 +145,11 @@ void ConsolePane::ApplyFont() {
     int column;
     const char16_t* widest;
   };
-  static constexpr std::array<Width, 5> widths{
-      {{ConsoleModel::Time, u"Time (s) 000"},
-       {ConsoleModel::Duration, u"Duration (s) 0"},
-       {ConsoleModel::What, u"Message 0"},
-       {ConsoleModel::Text, u"SET_CALIBRATION AspirateOrigin_12Ch_1250_S -3000"},
-       {ConsoleModel::Result, u"… under way 0"}}};
+  static constexpr std::array<Width, 5> widths{{{ConsoleModel::Time, u"Time (s) 000"},
+                                                {ConsoleModel::Duration, u"Duration (s) 0"},
+                                                {ConsoleModel::What, u"Message 0"},
+                                                {ConsoleModel::Text, u"MOVE SLIDER_CLOSED 0000000000"},
+                                                {ConsoleModel::Result, u"… under way 0"}}};
   const QFontMetrics metrics(font());
   for (const Width& width : widths) {
     table_->setColumnWidth(width.column, metrics.horizontalAdvance(QString::fromUtf16(width.widest)));

@@ -8,6 +8,7 @@
 class QCheckBox;
 class QLayout;
 class QLineEdit;
+class QPushButton;
 class QTableView;
 
 namespace Helmsway {
@@ -19,6 +20,9 @@ class ConsolePane : public QWidget {
  public:
   /// The model must outlive the pane.
   explicit ConsolePane(ConsoleModel& entries, QWidget* parent = nullptr);
+
+  enum class Saving { Possible, NotNow };
+  void SetSaving(Saving saving);
 
   /// The selected rows, or all that the filter shows when none is selected, from top to bottom: a line each, its
   /// columns between tabs, with a line end behind each.
@@ -47,6 +51,8 @@ class ConsolePane : public QWidget {
   QLineEdit* filterText_ = nullptr;
   QCheckBox* linesOnly_ = nullptr;
   QTableView* table_ = nullptr;
+  QPushButton* saveTrace_ = nullptr;
+  QPushButton* saveScript_ = nullptr;
   bool atEnd_ = true;  ///< the table shows its last row, and is to go on doing so
 };
 

@@ -8,8 +8,8 @@
 
 namespace Helmsway {
 
-/// Lines to be read, in a font of even width. Long ones are wrapped: while a message box is open, nothing can be
-/// scrolled.
+/// Lines to be read, in a font of even width. Long ones are wrapped: while a message box is open, they can be
+/// scrolled up and down only.
 class LinesView : public QPlainTextEdit {
   Q_OBJECT
 

@@ -1,11 +1,15 @@
 #include "bench/desktop/panes/ValuesPane.h"
 
-#include <QEvent>
+#include <QApplication>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QScrollBar>
 #include <QSplitter>
 #include <QTableView>
 #include <QVBoxLayout>
+#include <QWheelEvent>
+#include <QWindow>
 
 #include "bench/desktop/panes/LinesView.h"
 
@@ -125,7 +129,8 @@ void ValuesPane::Show(const HeadPositions& positions, const std::vector<MemoryDi
 void ValuesPane::ShowSummary() { ShowVerdict(*summary_, SummaryOf(values_.Classes())); }
 
 void ValuesPane::ShowPreview(const std::vector<std::string>& fileLines, const std::vector<std::string>& commands) {
-  ShowVerdict(*upperTitle_, {QStringLiteral("What Save will change in Marivane.ini"), Tone::Plain});
+  ShowVerdict(*upperTitle_,
+              {QStringLiteral("What Save will change in Marivane.ini (Page Up and Page Down scroll)"), Tone::Plain});
   upperLines_->setAccessibleName(upperTitle_->text());
   upperLines_->ShowDifference(fileLines, QStringLiteral("Nothing: all lines stay as they are."));
   lowerLines_->ShowLines(commands, QStringLiteral("Nothing: no line will be sent."));
@@ -133,6 +138,7 @@ void ValuesPane::ShowPreview(const std::vector<std::string>& fileLines, const st
   lowerLines_->show();
   preview_->show();
   SetUpper(Upper::WithLines);
+  qApp->installEventFilter(this);
 }
 
 void ValuesPane::SetUpper(Upper upper) {
@@ -153,6 +159,7 @@ void ValuesPane::TellRoom() {
 }
 
 void ValuesPane::ShowReadBack(const std::vector<MemoryDifference>& differences, SaveEnd end) {
+  qApp->removeEventFilter(this);
   ShowVerdict(*upperTitle_, VerdictOf(differences, end));
   std::vector<std::string> lines;
   for (const MemoryDifference& difference : differences) lines.push_back(LineOf(difference));
@@ -165,6 +172,7 @@ void ValuesPane::ShowReadBack(const std::vector<MemoryDifference>& differences, 
 }
 
 void ValuesPane::ClearPreview() {
+  qApp->removeEventFilter(this);
   preview_->hide();
   TellRoom();
 }
@@ -175,6 +183,25 @@ void ValuesPane::changeEvent(QEvent* event) {
   upperLines_->UseSizeOf(font());
   lowerLines_->UseSizeOf(font());
   FitColumns();
+}
+
+bool ValuesPane::eventFilter(QObject* watched, QEvent* event) {
+  const QWidget* const box = QApplication::activeModalWidget();
+  if (box == nullptr || watched != box->windowHandle()) return false;
+  if (event->type() == QEvent::Wheel) {
+    const int turn = static_cast<const QWheelEvent*>(event)->angleDelta().y();
+    if (turn != 0) ScrollPreview(turn > 0 ? QScrollBar::SliderSingleStepSub : QScrollBar::SliderSingleStepAdd);
+    return turn != 0;
+  }
+  if (event->type() != QEvent::KeyPress) return false;
+  const int key = static_cast<const QKeyEvent*>(event)->key();
+  if (key != Qt::Key_PageUp && key != Qt::Key_PageDown) return false;
+  ScrollPreview(key == Qt::Key_PageUp ? QScrollBar::SliderPageStepSub : QScrollBar::SliderPageStepAdd);
+  return true;
+}
+
+void ValuesPane::ScrollPreview(QAbstractSlider::SliderAction action) {
+  for (const LinesView* const view : {upperLines_, lowerLines_}) view->verticalScrollBar()->triggerAction(action);
 }
 
 // There are a few dozen heads at most, so that every cell can be measured.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAbstractSlider>
 #include <QWidget>
 #include <string>
 #include <vector>
@@ -29,7 +30,8 @@ class ValuesPane : public QWidget {
   void Show(const HeadPositions& positions, const std::vector<MemoryDifference>& differences);
 
   /// Before the save dialog is answered: the lines of Marivane.ini that will change, as `LineDifference` gives them,
-  /// and the command lines that will go to the instrument; empty: none will.
+  /// and the command lines that will go to the instrument; empty: none will. The wheel and the keys that turn pages
+  /// scroll them, also from the box that asks, which keeps everything else of the window out of reach.
   void ShowPreview(const std::vector<std::string>& fileLines, const std::vector<std::string>& commands);
 
   /// After a save: how the instrument's memory, read back, stands to the file. Replaces the preview.
@@ -40,6 +42,7 @@ class ValuesPane : public QWidget {
 
  protected:
   void changeEvent(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   enum class Upper { TitleAlone, WithLines };
@@ -49,6 +52,7 @@ class ValuesPane : public QWidget {
   void ShowSummary();
   void SetUpper(Upper upper);
   void TellRoom();
+  void ScrollPreview(QAbstractSlider::SliderAction action);
   void FitColumns();
   /// Where a new text needs it; widths that the user gave stay otherwise.
   void WidenColumns();
