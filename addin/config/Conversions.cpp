@@ -62,7 +62,7 @@ bool IsTooLarge(std::string_view number) {
   const auto [end, error] =
       std::from_chars(exponentDigits.data(), exponentDigits.data() + exponentDigits.size(), exponent);
   if (error != std::errc()) return exponentDigits.front() != '-';
-  return power + exponent > 0;
+  return exponent > -power;  // and not their sum, which overflows
 }
 
 /// The value of a text that is a number as a whole; infinite when it is too large, 0 when it is too close to zero.

@@ -7,14 +7,23 @@
 #include "addin/base/Texts.h"
 
 namespace OrvelCalibrateS {
+namespace {
+
+std::string PathOf(const std::filesystem::path& folder, std::string_view fileName) {
+  return (folder / fileName).string();
+}
+
+}  // namespace
 
 const std::string& SplitResult::Place(std::size_t number) const {
-  Require(number < parts.size());
+  Require(Has(number));
   return parts[number];
 }
 
-IniFiles::IniFiles(ServiceSource service, std::string addInFolder)
-    : service_(std::move(service)), addInFolder_(std::move(addInFolder)) {}
+IniFiles::IniFiles(ServiceSource service, const std::string& addInFolder)
+    : service_(std::move(service)),
+      marivaneIni_(PathOf(addInFolder, "Marivane.ini")),
+      helmswayIni_(PathOf(addInFolder, "Helmsway.ini")) {}
 
 std::string IniFiles::ReadIni(std::string_view section, std::string_view key, std::string_view filePath,
                               std::string_view defaultValue) const {
@@ -34,10 +43,6 @@ SplitResult IniFiles::SplitText(std::string_view separator, std::string_view tex
   StringListTarget target(result.parts);
   Require(Service()->SplitText(target, AsText(separator), AsText(text), &result.count));
   return result;
-}
-
-std::string IniFiles::PathOf(std::string_view fileName) const {
-  return (std::filesystem::path(addInFolder_) / fileName).string();
 }
 
 Ref<HelmswayCmds::IIniService> IniFiles::Service() const {

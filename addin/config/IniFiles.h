@@ -16,6 +16,7 @@ struct SplitResult {
   std::vector<std::string> parts;  ///< all pieces, an empty one behind a last separator included
   std::int32_t count = 0;          ///< how many of them are to be used when the text is a list of lines
 
+  bool Has(std::size_t number) const { return number < parts.size(); }
   /// The piece of that number, from 0; fails when there is none.
   const std::string& Place(std::size_t number) const;
 };
@@ -28,10 +29,10 @@ class IniFiles {
 
   /// `service` is asked at each use and gives an empty reference when there is no service.
   /// `addInFolder` is the folder of the add-in library, without a separator at its end.
-  IniFiles(ServiceSource service, std::string addInFolder);
+  IniFiles(ServiceSource service, const std::string& addInFolder);
 
-  std::string MarivaneIni() const { return PathOf("Marivane.ini"); }
-  std::string HelmswayIni() const { return PathOf("Helmsway.ini"); }
+  const std::string& MarivaneIni() const { return marivaneIni_; }
+  const std::string& HelmswayIni() const { return helmswayIni_; }
 
   std::string ReadIni(std::string_view section, std::string_view key, std::string_view filePath,
                       std::string_view defaultValue) const;
@@ -40,11 +41,11 @@ class IniFiles {
   SplitResult SplitText(std::string_view separator, std::string_view text) const;
 
  private:
-  std::string PathOf(std::string_view fileName) const;
   Ref<HelmswayCmds::IIniService> Service() const;
 
   ServiceSource service_;
-  std::string addInFolder_;
+  std::string marivaneIni_;
+  std::string helmswayIni_;
 };
 
 }  // namespace OrvelCalibrateS

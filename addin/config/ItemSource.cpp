@@ -6,7 +6,7 @@ namespace OrvelCalibrateS {
 
 ItemSource FindItem(const IniFiles& files, std::string_view section, std::string_view item, std::string_view file,
                     EmptyItem emptyItem) {
-  const std::string path = file.empty() ? files.MarivaneIni() : std::string(file);
+  const std::string_view path = file.empty() ? files.MarivaneIni() : file;
   ItemSource source{std::string(item), {}};
   if (source.item.empty() && emptyItem == EmptyItem::Installed) {
     Put(source.item, [&] { return files.ReadIni(section, "Installed", path, ""); });

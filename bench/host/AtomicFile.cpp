@@ -12,26 +12,14 @@
 #include <utility>
 
 #include "bench/host/FileDescriptor.h"
+#include "bench/host/SystemCalls.h"
+#include "bench/host/TemporaryFile.h"
 
 namespace Helmsway {
 namespace {
 
 constexpr std::int64_t Second = 1'000'000'000;
-constexpr mode_t ModeBits = 07777;
 constexpr mode_t WriteBits = S_IWUSR | S_IWGRP | S_IWOTH;
-
-/// Runs a system call again for as long as a signal interrupts it.
-template <class Call>
-auto Uninterrupted(Call call) {
-  while (true) {
-    const auto result = call();
-    if (result != -1 || errno != EINTR) return result;
-  }
-}
-
-FileDescriptor Open(int folder, const std::string& path, int flags, mode_t mode = 0) {
-  return FileDescriptor(Uninterrupted([&] { return openat(folder, path.c_str(), flags | O_CLOEXEC, mode); }));
-}
 
 /// The clock that file systems stamp with.
 std::int64_t StampClock() {
@@ -64,15 +52,6 @@ bool ReadToEnd(int descriptor, off_t expectedSize, std::string& bytes) {
   return true;
 }
 
-bool WriteAll(int descriptor, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t written = Uninterrupted([&] { return write(descriptor, bytes.data(), bytes.size()); });
-    if (written <= 0) return false;
-    bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
-  return true;
-}
-
 /// Folder and name of a path; the folder ends in its separator, and is "./" for a bare name.
 struct PathParts {
   std::string folder;
@@ -102,63 +81,11 @@ std::optional<std::string> WithoutLinks(std::string path) {
   return std::nullopt;
 }
 
-/// The new contents under a name of their own beside the file; gone with this object unless they have taken its place.
-class TemporaryFile {
- public:
-  TemporaryFile(int folder, const std::string& fileName, mode_t mode) : folder_(folder) {
-    constexpr int mostNames = 100;
-    constexpr std::size_t mostOfName = 200;  // the whole must not become longer than file names may be
-    std::string prefix = ".";
-    prefix.append(fileName, 0, mostOfName).append(".").append(std::to_string(getpid())).append("-");
-    for (int attempt = 0; attempt < mostNames && !descriptor_; ++attempt) {
-      name_ = prefix;
-      name_.append(std::to_string(attempt)).append(".new");
-      descriptor_ = Open(folder_, name_, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, mode);
-      if (!descriptor_ && errno != EEXIST) return;
-    }
-    isThere_ = static_cast<bool>(descriptor_);
-  }
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-  ~TemporaryFile() {
-    if (isThere_) unlinkat(folder_, name_.c_str(), 0);
-  }
+bool MayBeReplaced(const struct stat& status) { return S_ISREG(status.st_mode) && (status.st_mode & WriteBits) != 0; }
 
-  explicit operator bool() const { return isThere_; }
-
-  /// The owner comes first, because a change of owner takes mode bits away. An owner that the system keeps for others
-  /// is left: the contents count for more.
-  bool TakeOver(const struct stat& status) {
-    struct stat own {};
-    if (fstat(descriptor_.Get(), &own) != 0) return false;
-    if (own.st_gid != status.st_gid) Ignore(fchown(descriptor_.Get(), static_cast<uid_t>(-1), status.st_gid));
-    if (own.st_uid != status.st_uid) Ignore(fchown(descriptor_.Get(), status.st_uid, static_cast<gid_t>(-1)));
-    return fchmod(descriptor_.Get(), status.st_mode & ModeBits) == 0;
-  }
-
-  bool Fill(std::string_view bytes) {
-    return WriteAll(descriptor_.Get(), bytes) && Uninterrupted([&] { return fsync(descriptor_.Get()); }) == 0 &&
-           descriptor_.Close();
-  }
-
-  bool MoveTo(const std::string& fileName) {
-    if (renameat(folder_, name_.c_str(), folder_, fileName.c_str()) != 0) return false;
-    isThere_ = false;
-    return true;
-  }
-
- private:
-  static void Ignore(int /*result*/) {}
-
-  int folder_;
-  std::string name_;
-  FileDescriptor descriptor_;
-  bool isThere_ = false;
-};
-
-bool MayBeReplaced(int folder, const std::string& name, const struct stat& status) {
-  if (!S_ISREG(status.st_mode) || (status.st_mode & WriteBits) == 0) return false;
-  return faccessat(folder, name.c_str(), W_OK, AT_EACCESS) == 0;
+bool Holds(const std::string& path, std::string_view bytes) {
+  FileContents contents;
+  return ReadWholeFile(path, contents) == FilePresence::Present && contents.bytes == bytes;
 }
 
 bool IsUnchanged(const std::string& path, const FileContents* expected) {
@@ -166,9 +93,7 @@ bool IsUnchanged(const std::string& path, const FileContents* expected) {
   const FilePresence presence = ReadStamp(path, stamp);
   if (expected == nullptr) return presence == FilePresence::Missing;
   if (presence != FilePresence::Present || stamp != expected->stamp) return false;
-  if (expected->stampSettled) return true;
-  FileContents now;
-  return ReadWholeFile(path, now) == FilePresence::Present && now.bytes == expected->bytes;
+  return expected->stampSettled || Holds(path, expected->bytes);
 }
 
 }  // namespace
@@ -176,7 +101,7 @@ bool IsUnchanged(const std::string& path, const FileContents* expected) {
 FilePresence ReadWholeFile(const std::string& path, FileContents& contents) {
   constexpr int mostAttempts = 5;
   // Not blocking: something that isn't a file, a pipe for one, must not hold us up.
-  const FileDescriptor file = Open(AT_FDCWD, path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
+  const FileDescriptor file = OpenFile(AT_FDCWD, path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
   if (!file) return PresenceAfter(errno);
   struct stat status {};
   if (fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return FilePresence::Failed;
@@ -198,31 +123,46 @@ FilePresence ReadWholeFile(const std::string& path, FileContents& contents) {
   return FilePresence::Present;
 }
 
-Replacement ReplaceFile(const std::string& path, std::string_view bytes, const FileContents* expected) {
+Replacement ReplaceFile(const std::string& path, std::string_view bytes, const FileContents* expected,
+                        Durability durability) {
   const std::optional<std::string> target = WithoutLinks(path);
   if (!target) return Replacement::Failed;
   const auto [folderPath, name] = Parts(*target);
-  const FileDescriptor folder = Open(AT_FDCWD, folderPath, O_RDONLY | O_DIRECTORY);
+  const FileDescriptor folder = OpenFile(AT_FDCWD, folderPath, O_RDONLY | O_DIRECTORY);
   if (!folder) return Replacement::Failed;
 
   struct stat status {};
   const bool isThere = fstatat(folder.Get(), name.c_str(), &status, 0) == 0;
   if (isThere != (expected != nullptr)) return Replacement::Superseded;
-  if (isThere && !MayBeReplaced(folder.Get(), name, status)) return Replacement::Failed;
+  if (isThere && !MayBeReplaced(status)) return Replacement::Failed;
+  if (isThere && faccessat(folder.Get(), name.c_str(), W_OK, AT_EACCESS) != 0) {
+    return errno == ENOENT ? Replacement::Superseded : Replacement::Failed;
+  }
 
   // Until the mode of the old file is on it, nobody else sees what the old one may have kept from them.
   constexpr mode_t privateMode = S_IRUSR | S_IWUSR;
   constexpr mode_t newFileMode = privateMode | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
   TemporaryFile temporary(folder.Get(), name, isThere ? privateMode : newFileMode);
-  if (!temporary || (isThere && !temporary.TakeOver(status)) || !temporary.Fill(bytes)) return Replacement::Failed;
+  if (!temporary || (isThere && !temporary.TakeOver(status))) return Replacement::Failed;
+  if (!temporary.Fill(bytes, durability)) return Replacement::Failed;
 
   // Flushing takes the time of a save. An edit that fell into it has to be read first.
   if (!IsUnchanged(*target, expected)) return Replacement::Superseded;
-  if (!temporary.MoveTo(name)) return Replacement::Failed;
+  const Placement placement = expected != nullptr ? temporary.TakePlaceOf(name) : temporary.TakeName(name);
+  if (placement == Placement::Failed) return Replacement::Failed;
+  if (placement == Placement::Superseded) return Replacement::Superseded;
+  // One that slipped in behind that look has come out with the file that has been displaced.
+  if (expected != nullptr && placement == Placement::Exchanged &&
+      !Holds(folderPath + temporary.Name(), expected->bytes)) {
+    // Should that fail, the next attempt finds its bytes in place.
+    temporary.GiveBack(name);
+    return Replacement::Superseded;
+  }
 
   // The file is the new one to everybody now, so this is no failure any more: after a crash it is the new or the old
-  // one, whole either way. Some file systems can't flush a folder at all.
-  Uninterrupted([&] { return fsync(folder.Get()); });
+  // one, whole either way. Some file systems can't flush a folder at all. The displaced file goes behind this, so that
+  // one of the two is on the disk at any time.
+  if (durability == Durability::Flushed) Uninterrupted([&] { return fsync(folder.Get()); });
   return Replacement::Done;
 }
 

@@ -3,10 +3,12 @@
 #include <string>
 #include <string_view>
 
+#include "bench/host/Durability.h"
 #include "bench/host/FileStamp.h"
 
 /// Files read whole and replaced whole. Nobody who opens such a file sees a part of a write, and neither does anybody
-/// after a crash. All the system calls behind a save of the configuration stand in this one unit.
+/// after a crash. All the system calls behind a save of the configuration stand here, in `TemporaryFile` and in
+/// `FileStamp`.
 namespace Helmsway {
 
 /// A state of a file.
@@ -33,8 +35,11 @@ enum class Replacement {
 ///
 /// Mode and owner are kept, the owner where the system lets us. A symbolic link stays one: its target is replaced, or
 /// made. The file is a new one to the file system, so a second hard link keeps the old contents. A file that nobody may
-/// write is not replaced, whoever we are. When `Done`, the bytes are on the disk. Another program's change is lost only
-/// when it falls between the last look and the very next system call, the rename.
-Replacement ReplaceFile(const std::string& path, std::string_view bytes, const FileContents* expected);
+/// write is not replaced, whoever we are. When `Done`, the bytes are on the disk if they are to be `Flushed`. The file
+/// that has been replaced is looked at once more, and put back if another program has changed it; what that program
+/// writes later, through a descriptor of the old file, is lost. So is, where the file system can't exchange two files,
+/// what falls between the last look and the rename right behind it.
+Replacement ReplaceFile(const std::string& path, std::string_view bytes, const FileContents* expected,
+                        Durability durability = Durability::Flushed);
 
 }  // namespace Helmsway

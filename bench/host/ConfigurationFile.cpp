@@ -10,7 +10,7 @@ namespace {
 
 /// `edit` gives the new bytes, or nothing when it can't be done.
 template <class Edit>
-bool EditFile(const std::string& path, Edit edit) {
+bool EditFile(const std::string& path, Durability durability, Edit edit) {
   constexpr int mostAttempts = 100;  // another program that edits without pause must not keep us here for ever
   for (int attempt = 0; attempt < mostAttempts; ++attempt) {
     FileContents old;
@@ -21,7 +21,7 @@ bool EditFile(const std::string& path, Edit edit) {
     if (*bytes == old.bytes) return true;
 
     const FileContents* const expected = presence == FilePresence::Present ? &old : nullptr;
-    const Replacement replacement = ReplaceFile(path, *bytes, expected);
+    const Replacement replacement = ReplaceFile(path, *bytes, expected, durability);
     if (replacement != Replacement::Superseded) return replacement == Replacement::Done;
   }
   return false;
@@ -29,12 +29,14 @@ bool EditFile(const std::string& path, Edit edit) {
 
 }  // namespace
 
-bool SetIniValue(const std::string& path, std::string_view section, std::string_view key, std::string_view value) {
-  return EditFile(path, [&](std::string_view bytes) { return WithValue(bytes, section, key, value); });
+bool SetIniValue(const std::string& path, std::string_view section, std::string_view key, std::string_view value,
+                 Durability durability) {
+  return EditFile(path, durability, [&](std::string_view bytes) { return WithValue(bytes, section, key, value); });
 }
 
-bool RemoveIniValue(const std::string& path, std::string_view section, std::string_view key) {
-  return EditFile(path, [&](std::string_view bytes) { return std::optional(WithoutKey(bytes, section, key)); });
+bool RemoveIniValue(const std::string& path, std::string_view section, std::string_view key, Durability durability) {
+  return EditFile(path, durability,
+                  [&](std::string_view bytes) { return std::optional(WithoutKey(bytes, section, key)); });
 }
 
 }  // namespace Helmsway

@@ -33,6 +33,8 @@ std::string_view PathOf(Text filePath) {
 std::vector<Text> Pieces(std::string_view text, std::string_view separator) {
   std::vector<Text> pieces;
   if (text.empty()) return pieces;
+  constexpr std::size_t longestItemLine = 32;
+  pieces.reserve(longestItemLine);
   std::size_t begin = 0;
   if (!separator.empty()) {
     for (std::size_t end = text.find(separator); end != std::string_view::npos; end = text.find(separator, begin)) {
@@ -57,8 +59,10 @@ Result ConfigurationService::ReadIni(Text section, Text key, Text filePath, Text
 }
 
 Result ConfigurationService::WriteIni(Text section, Text key, Text filePath, Text value) noexcept {
-  return AtBoundary(
-      [&] { Require(SetIniValue(std::string(PathOf(filePath)), AsView(section), AsView(key), AsView(value))); });
+  return AtBoundary([&] {
+    const std::string path(PathOf(filePath));
+    Require(SetIniValue(path, AsView(section), AsView(key), AsView(value), durability_));
+  });
 }
 
 Result ConfigurationService::SplitText(HelmswayCmds::ITextListTarget& parts, Text separator, Text text,
@@ -74,31 +78,37 @@ Result ConfigurationService::SplitText(HelmswayCmds::ITextListTarget& parts, Tex
 }
 
 const IniFile* ConfigurationService::CurrentFile(std::string_view path) {
-  const auto kept = kept_.find(path);
-  if (kept == kept_.end()) return Load(std::string(path), kept);
+  // Reads come in rows from one file.
+  if (last_ == nullptr || last_->first != path) {
+    const auto kept = kept_.find(path);
+    if (kept == kept_.end()) return Load(std::string(path), nullptr);
+    last_ = &*kept;
+  }
 
+  const auto& [name, kept] = *last_;
   FileStamp stamp;
-  const FilePresence presence = ReadStamp(kept->first, stamp);
-  const bool isSame = presence == FilePresence::Present && kept->second.stampSettled && stamp == kept->second.stamp;
-  return isSame ? &kept->second.file : Load(kept->first, kept);
+  const bool isSame = ReadStamp(name, stamp) == FilePresence::Present && kept.stampSettled && stamp == kept.stamp;
+  return isSame ? &kept.file : Load(name, last_);
 }
 
-const IniFile* ConfigurationService::Load(const std::string& path, KeptFiles::iterator kept) {
+const IniFile* ConfigurationService::Load(const std::string& path, KeptFiles::value_type* kept) {
   FileContents contents;
   const FilePresence presence = ReadWholeFile(path, contents);
   if (presence != FilePresence::Present) {
-    if (kept != kept_.end()) kept_.erase(kept);
+    last_ = nullptr;
+    if (kept != nullptr) kept_.erase(kept_.find(path));
     Require(presence == FilePresence::Missing);
     return nullptr;
   }
-  const bool isParsed = kept != kept_.end() && kept->second.file.Bytes() == contents.bytes;
+  const bool isParsed = kept != nullptr && kept->second.file.Bytes() == contents.bytes;
   if (!isParsed) {
     IniFile file(std::move(contents.bytes));
-    if (kept == kept_.end()) kept = kept_.try_emplace(path).first;
+    if (kept == nullptr) kept = &*kept_.try_emplace(path).first;
     kept->second.file = std::move(file);
   }
   kept->second.stamp = contents.stamp;
   kept->second.stampSettled = contents.stampSettled;
+  last_ = kept;
   return &kept->second.file;
 }
 

@@ -8,6 +8,7 @@
 
 #include "addin/base/Implements.h"
 #include "addin/contract/HelmswayCmds.h"
+#include "bench/host/Durability.h"
 #include "bench/host/FileStamp.h"
 #include "bench/host/IniFile.h"
 
@@ -25,6 +26,8 @@ namespace Helmsway {
 /// through a mapping.
 class ConfigurationService final : public OrvelCalibrateS::Implements<HelmswayCmds::IIniService> {
  public:
+  explicit ConfigurationService(Durability durability = Durability::Flushed) : durability_(durability) {}
+
   HelmswayCmds::Result ReadIni(HelmswayCmds::Text section, HelmswayCmds::Text key, HelmswayCmds::Text filePath,
                                HelmswayCmds::Text defaultValue, HelmswayCmds::ITextTarget& value) noexcept override;
   HelmswayCmds::Result WriteIni(HelmswayCmds::Text section, HelmswayCmds::Text key, HelmswayCmds::Text filePath,
@@ -47,9 +50,12 @@ class ConfigurationService final : public OrvelCalibrateS::Implements<HelmswayCm
 
   /// The file as it is now; null when it is missing. Lives until the next call.
   const IniFile* CurrentFile(std::string_view path);
-  const IniFile* Load(const std::string& path, KeptFiles::iterator kept);
+  /// Reads the file again, in place of what is kept of it; null for nothing.
+  const IniFile* Load(const std::string& path, KeptFiles::value_type* kept);
 
+  Durability durability_;
   KeptFiles kept_;
+  KeptFiles::value_type* last_ = nullptr;  ///< of `kept_`, where it stays for as long as it is kept
 };
 
 }  // namespace Helmsway

@@ -22,6 +22,9 @@ class FileDescriptor {
   int Get() const noexcept { return descriptor_; }
   explicit operator bool() const noexcept { return descriptor_ >= 0; }
 
+  /// For a call that takes the descriptor over.
+  int Release() noexcept { return std::exchange(descriptor_, -1); }
+
   /// False when the system says that what was written may not have arrived. The descriptor is gone all the same.
   bool Close() noexcept {
     const int descriptor = std::exchange(descriptor_, -1);

@@ -107,6 +107,9 @@ std::string WithoutKey(std::string_view bytes, std::string_view section, std::st
     copied = line.next;
   }
   left += bytes.substr(copied);
+  // These bytes began a line that was not the first, and were part of its text.
+  const bool becameMark = left.starts_with(ByteOrderMark) && !bytes.starts_with(ByteOrderMark);
+  if (becameMark) left.insert(0, LineEndOf(bytes));
   return left;
 }
 

@@ -16,7 +16,8 @@ namespace Helmsway {
 std::optional<std::string> WithValue(std::string_view bytes, std::string_view section, std::string_view key,
                                      std::string_view value);
 
-/// Without any line of that key in any section of that name.
+/// Without any line of that key in any section of that name. A blank line stays in place of the first lines of the file
+/// when what follows them would be taken for a byte order mark.
 std::string WithoutKey(std::string_view bytes, std::string_view section, std::string_view key);
 
 }  // namespace Helmsway

@@ -14,6 +14,7 @@ namespace Helmsway {
 class IniFile {
  public:
   IniFile() = default;
+  /// Throws `std::length_error` from 4 GiB on.
   explicit IniFile(std::string bytes);
 
   /// Text of the first key of that name in the first section of that name that has it. Letter case doesn't count. The
@@ -24,10 +25,11 @@ class IniFile {
   const std::string& Bytes() const noexcept { return bytes_; }
 
  private:
-  /// Offsets and not views, because the bytes of a short file move with the object.
+  /// Offsets and not views, because the bytes of a short file move with the object, and because they are half as large:
+  /// most of what parsing takes is the memory of the entries.
   struct Range {
-    std::size_t begin = 0;
-    std::size_t size = 0;
+    std::uint32_t begin = 0;
+    std::uint32_t size = 0;
   };
   /// A key of a section, or, with an empty key, the section itself.
   struct Entry {

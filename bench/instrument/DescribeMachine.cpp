@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <limits>
 #include <utility>
 
 #include "addin/config/Calibration.h"
@@ -72,6 +74,13 @@ void DescribeHeights(MachineDescription& machine, const ZCalibration& z) {
       z.HeadDepth_TeachTool_1Ch, z.HeadDepth_TeachTool_96_384};
 }
 
+/// A sum that 32 bits can't hold becomes the end of their range: a place that is out of every axis' reach.
+std::int32_t Sum(std::int32_t base, std::int32_t offset) {
+  using Limits = std::numeric_limits<std::int32_t>;
+  const std::int64_t sum = std::int64_t{base} + offset;
+  return static_cast<std::int32_t>(std::clamp<std::int64_t>(sum, Limits::min(), Limits::max()));
+}
+
 void DescribeSlots(MachineDescription& machine, const InstalledFile& file, const NestType& nest) {
   const Position position = ReadPosition(file.AsConfiguration(), "", nest.PositionName);
   if (position.DisplayName.empty()) return;
@@ -82,7 +91,7 @@ void DescribeSlots(MachineDescription& machine, const InstalledFile& file, const
     if (!slot->Present) continue;
     machine.slots.push_back(
         {nest.Index, slot->SlotNumber, nest.Name + ", slot " + slot->SlotNumber, slot->HeadCode, slot->HeadName,
-         Target{position.X, position.Y, position.SdX1 + slot->OffsetX, position.SdY1 + slot->OffsetY},
+         Target{position.X, position.Y, Sum(position.SdX1, slot->OffsetX), Sum(position.SdY1, slot->OffsetY)},
          position.LowerStage, stage + nestDepth + slot->ZHeight * static_cast<double>(file.Records().AxisZ.MmPerStep)});
   }
 }

@@ -4,6 +4,7 @@
 
 #include "addin/base/Texts.h"
 #include "bench/host/AtomicFile.h"
+#include "bench/host/ConfigurationService.h"
 #include "bench/host/OverlaidIniService.h"
 #include "bench/replay/Player.h"
 
@@ -63,8 +64,11 @@ SaveRehearsal Player::RehearseSave() {
   const HostIniService::Service files = iniService_->Behind();
   const std::string status = window_->StatusText();
   const bool stopRequested = StopRequested();
+  // Copies that are gone in a moment needn't reach the disk.
+  HostIniService::Service copies;
+  *copies.Out() = new ConfigurationService(Durability::Volatile);
   HostIniService::Service overlaid;
-  *overlaid.Out() = new OverlaidIniService(files, folder.Path());
+  *overlaid.Out() = new OverlaidIniService(std::move(copies), folder.Path());
 
   rehearsal_ = &rehearsal;
   iniService_->SetBehind(overlaid);

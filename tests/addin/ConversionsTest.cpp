@@ -32,11 +32,26 @@ TEST(ConversionsTest, TextsKeepWhatTheirConversionDoesNotTakeAway) {
 
 TEST(ConversionsTest, NumberTakesTheLongestLeadingNumberAndSkipsBlanksAndTabsInIt) {
   using Row = std::pair<const char*, double>;
-  for (const auto& [text, value] :
-       {Row{"12.5mm", 12.5}, Row{"", 0}, Row{"1 250", 1250}, Row{" \t- 3\t.5 e 1 mm", -35}, Row{"--1", 0},
-        Row{".5", 0.5}, Row{"5.", 5}, Row{"2e3", 2000}, Row{"25E-1x", 2.5}, Row{"1e", 1}, Row{"1e+", 1}, Row{"1,5", 1},
-        Row{"1.2.3", 1.2}, Row{"inf", 0}, Row{"0x10", 0}, Row{"1e400", HUGE_VAL},
-        Row{"-1e99999999999999999999", -HUGE_VAL}, Row{"1e-400", 0}, Row{"0.0e99999999999999999999", 0}}) {
+  for (const auto& [text, value] : {Row{"12.5mm", 12.5},
+                                    Row{"", 0},
+                                    Row{"1 250", 1250},
+                                    Row{" \t- 3\t.5 e 1 mm", -35},
+                                    Row{"--1", 0},
+                                    Row{".5", 0.5},
+                                    Row{"5.", 5},
+                                    Row{"2e3", 2000},
+                                    Row{"25E-1x", 2.5},
+                                    Row{"1e", 1},
+                                    Row{"1e+", 1},
+                                    Row{"1,5", 1},
+                                    Row{"1.2.3", 1.2},
+                                    Row{"inf", 0},
+                                    Row{"0x10", 0},
+                                    Row{"1e400", HUGE_VAL},
+                                    Row{"-1e99999999999999999999", -HUGE_VAL},
+                                    Row{"1e9223372036854775807", HUGE_VAL},
+                                    Row{"1e-400", 0},
+                                    Row{"0.0e99999999999999999999", 0}}) {
     EXPECT_EQ(Number(text), value) << text;
     EXPECT_EQ(NumberFlag(text), value != 0) << text;
   }

@@ -75,6 +75,9 @@ TEST(IniEditsTest, RemovesEveryLineOfThatKeyAndNothingElse) {
   };
   for (const auto& [bytes, left] : rows) EXPECT_EQ(WithoutKey(bytes, "S", "k"), left);
   EXPECT_EQ(WithoutKey("\xEF\xBB\xBFk=1\n[S]\nk=2\n", "", "k"), "\xEF\xBB\xBF[S]\nk=2\n") << "ahead of all sections";
+  const std::string laterMark = "\n\xEF\xBB\xBFj=2\n";
+  EXPECT_EQ(WithoutKey("k=1" + laterMark, "", "k"), laterMark) << "the line behind it keeps its name";
+  EXPECT_EQ(WithoutKey("k=1\r\nK=3\r" + laterMark, "", "k"), "\r" + laterMark) << "with the line end that it has";
 }
 
 TEST(IniEditsTest, RefusesWhatTheFileCouldNotGiveBack) {

@@ -1,0 +1,140 @@
+#include "bench/host/TemporaryFile.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <cstdio>
+#include <ctime>
+#include <memory>
+
+#include "bench/host/SystemCalls.h"
+
+namespace Helmsway {
+namespace {
+
+constexpr mode_t ModeBits = 07777;
+constexpr std::string_view Suffix = ".new";
+
+std::string Prefix(const std::string& fileName) {
+  constexpr std::size_t mostOfName = 200;  // the whole must not become longer than file names may be
+  return "." + fileName.substr(0, mostOfName) + ".";
+}
+
+/// The time makes names differ that two writers of one process number give, which stand in different containers.
+std::string NewName(const std::string& prefix) {
+  timespec now{};
+  clock_gettime(CLOCK_REALTIME, &now);
+  std::string name = prefix;
+  name.append(std::to_string(getpid())).append("-").append(std::to_string(now.tv_sec));
+  return name.append(std::to_string(now.tv_nsec)).append(Suffix);
+}
+
+bool IsNumber(std::string_view text) {
+  return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+bool IsTemporaryName(std::string_view name, std::string_view prefix) {
+  if (!name.starts_with(prefix) || !name.ends_with(Suffix) || name.size() < prefix.size() + Suffix.size()) return false;
+  name.remove_prefix(prefix.size());
+  name.remove_suffix(Suffix.size());
+  const std::size_t dash = name.find('-');
+  return dash != std::string_view::npos && IsNumber(name.substr(0, dash)) && IsNumber(name.substr(dash + 1));
+}
+
+bool Lock(const FileDescriptor& file) {
+  return Uninterrupted([&] { return flock(file.Get(), LOCK_EX | LOCK_NB); }) == 0;
+}
+
+/// Opened for writing, because network folders lock only such files.
+void RemoveIfLeft(int folder, const std::string& name) {
+  const FileDescriptor file = OpenFile(folder, name, O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY);
+  if (file && Lock(file)) unlinkat(folder, name.c_str(), 0);
+}
+
+/// Nobody waits for it: what can't be removed now is there for the next save.
+void RemoveLeftovers(int folder, std::string_view prefix) {
+  struct Close {
+    void operator()(DIR* entries) const { closedir(entries); }
+  };
+  FileDescriptor descriptor = OpenFile(folder, ".", O_RDONLY | O_DIRECTORY);
+  const std::unique_ptr<DIR, Close> entries(descriptor ? fdopendir(descriptor.Get()) : nullptr);
+  if (!entries) return;
+  descriptor.Release();
+  while (const dirent* const entry = readdir(entries.get())) {
+    if (IsTemporaryName(entry->d_name, prefix)) RemoveIfLeft(folder, entry->d_name);
+  }
+}
+
+}  // namespace
+
+TemporaryFile::TemporaryFile(int folder, const std::string& fileName, mode_t mode) : folder_(folder) {
+  constexpr int mostNames = 100;
+  const std::string prefix = Prefix(fileName);
+  RemoveLeftovers(folder_, prefix);
+  for (int attempt = 0; attempt < mostNames && !descriptor_; ++attempt) {
+    name_ = NewName(prefix);
+    descriptor_ = OpenFile(folder_, name_, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, mode);
+    if (!descriptor_ && errno != EEXIST) return;
+  }
+  isThere_ = static_cast<bool>(descriptor_);
+  // Without its lock the file might be taken for a leftover, and the save would fail; it can't do harm.
+  if (isThere_) Lock(descriptor_);
+}
+
+TemporaryFile::~TemporaryFile() {
+  if (isThere_) unlinkat(folder_, name_.c_str(), 0);
+}
+
+bool TemporaryFile::TakeOver(const struct stat& status) {
+  struct stat own {};
+  if (fstat(descriptor_.Get(), &own) != 0) return false;
+  const auto ignore = [](int /*result*/) {};
+  // The owner comes first, because a change of owner takes mode bits away.
+  if (own.st_gid != status.st_gid) ignore(fchown(descriptor_.Get(), static_cast<uid_t>(-1), status.st_gid));
+  if (own.st_uid != status.st_uid) ignore(fchown(descriptor_.Get(), status.st_uid, static_cast<gid_t>(-1)));
+  return fchmod(descriptor_.Get(), status.st_mode & ModeBits) == 0;
+}
+
+bool TemporaryFile::Fill(std::string_view bytes, Durability durability) {
+  while (!bytes.empty()) {
+    const ssize_t written = Uninterrupted([&] { return write(descriptor_.Get(), bytes.data(), bytes.size()); });
+    if (written <= 0) return false;
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  const bool isFlushed = durability == Durability::Flushed;
+  if (isFlushed && Uninterrupted([&] { return fsync(descriptor_.Get()); }) != 0) return false;
+  // The descriptor is closed here because some file systems tell only then that the disk is full. The copy keeps the
+  // lock.
+  lock_ = FileDescriptor(fcntl(descriptor_.Get(), F_DUPFD_CLOEXEC, 0));
+  return descriptor_.Close();
+}
+
+Placement TemporaryFile::TakePlaceOf(const std::string& fileName) { return Rename(fileName, RENAME_EXCHANGE); }
+
+Placement TemporaryFile::TakeName(const std::string& fileName) { return Rename(fileName, RENAME_NOREPLACE); }
+
+bool TemporaryFile::GiveBack(const std::string& fileName) {
+  return renameat2(folder_, name_.c_str(), folder_, fileName.c_str(), RENAME_EXCHANGE) == 0;
+}
+
+Placement TemporaryFile::Rename(const std::string& fileName, unsigned int flags) {
+  if (renameat2(folder_, name_.c_str(), folder_, fileName.c_str(), flags) == 0) {
+    isThere_ = flags == RENAME_EXCHANGE;
+    return isThere_ ? Placement::Exchanged : Placement::Alone;
+  }
+  if (errno == ENOENT || errno == EEXIST) return Placement::Superseded;
+  // Network folders, among others, can only rename without looking.
+  if (errno != EINVAL && errno != ENOSYS) return Placement::Failed;
+  if (renameat(folder_, name_.c_str(), folder_, fileName.c_str()) != 0) {
+    return errno == ENOENT ? Placement::Superseded : Placement::Failed;
+  }
+  isThere_ = false;
+  return Placement::Alone;
+}
+
+}  // namespace Helmsway

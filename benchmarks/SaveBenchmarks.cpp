@@ -1,0 +1,81 @@
+#include <benchmark/benchmark.h>
+
+#include <cstddef>
+#include <functional>
+#include <string>
+
+#include "addin/base/Ref.h"
+#include "addin/base/Texts.h"
+#include "bench/host/ConfigurationService.h"
+#include "benchmarks/BareSave.h"
+#include "benchmarks/Benchmarks.h"
+#include "benchmarks/ItemFile.h"
+#include "benchmarks/WorkFolder.h"
+#include "benchmarks/peers/IniPeer.h"
+
+/// One key changed and saved.
+namespace Helmsway::Benchmarks {
+namespace {
+
+using benchmark::State;
+using OrvelCalibrateS::AsText;
+
+/// A value of the same length each time, and never the one before.
+std::string Changed(std::size_t turn) { return std::string("Head,SERIALDILUTE,") + (turn % 2 == 0 ? "10" : "20"); }
+
+/// `save` is given the path and the number of the turn, and tells whether it did its work.
+void Save(State& state, const std::function<bool(const std::string&, std::size_t)>& save) {
+  const WorkFolder folder;
+  const std::string path = folder.Write("Marivane.ini", ItemFile(static_cast<std::size_t>(state.range(0))));
+  std::size_t turns = 0;
+  for (auto turn : state) {
+    if (!save(path, turns++)) state.SkipWithError("a save failed");
+  }
+  state.counters["bytes"] = static_cast<double>(BytesOf(path).size());
+}
+
+using Bare = void (*)(const std::string&, std::string_view, Flush);
+
+void SaveBare(State& state, Bare bare, Flush flush) {
+  const std::string bytes = ItemFile(static_cast<std::size_t>(state.range(0)));
+  Save(state, [&](const std::string& path, std::size_t) {
+    bare(path, bytes, flush);
+    return true;
+  });
+}
+
+void SaveByService(State& state) {
+  OrvelCalibrateS::Ref<HelmswayCmds::IIniService> service;
+  *service.Out() = new ConfigurationService;
+  Save(state, [&](const std::string& path, std::size_t turn) {
+    const std::string value = Changed(turn);
+    return service->WriteIni(AsText(ItemSection), AsText("Item50"), AsText(path), AsText(value)) ==
+           HelmswayCmds::Result::Ok;
+  });
+}
+
+void SaveByPeer(State& state, const PeerKind& kind) {
+  const auto peer = kind.make();
+  Save(state, [&](const std::string& path, std::size_t turn) {
+    return peer->Save(path, std::string(ItemSection), "Item50", Changed(turn));
+  });
+}
+
+}  // namespace
+
+void RegisterSaveBenchmarks() {
+  const auto add = [](const std::string& name, const auto& function) {
+    auto* const added = benchmark::RegisterBenchmark(name.c_str(), function)->UseRealTime();
+    for (const int size : {100, 1'000, 10'000}) added->Arg(size);
+  };
+  add("Save/Bare", [](State& state) { SaveBare(state, BareSave, Flush::Yes); });
+  add("Save/BareWithRead", [](State& state) { SaveBare(state, BareSaveWithRead, Flush::Yes); });
+  add("Save/BareUnflushed", [](State& state) { SaveBare(state, BareSave, Flush::No); });
+  add("Save/Helmsway", SaveByService);
+  for (const PeerKind& kind : Peers()) {
+    if (!kind.writes) continue;
+    add(std::string("Save/") + kind.name, [&kind](State& state) { SaveByPeer(state, kind); });
+  }
+}
+
+}  // namespace Helmsway::Benchmarks
