@@ -137,7 +137,7 @@ class KillCampaignTest : public testing::Test {
 
 TEST_F(KillCampaignTest, NoKillDamagesTheFile) {
   constexpr int wantedKills = 500;
-  constexpr auto longestSlowRun = std::chrono::seconds(90);
+  constexpr auto longestSlowRun = std::chrono::seconds(45);
   constexpr std::size_t parts = 10;
 
   const char* const givenSeed = std::getenv("HELMSWAY_CAMPAIGN_SEED");
