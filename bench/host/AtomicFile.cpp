@@ -88,12 +88,30 @@ bool Holds(const std::string& path, std::string_view bytes) {
   return ReadWholeFile(path, contents) == FilePresence::Present && contents.bytes == bytes;
 }
 
-bool IsUnchanged(const std::string& path, const FileContents* expected) {
+/// As far as the stamp tells.
+bool SeemsUnchanged(const std::string& path, const FileContents* expected) {
   FileStamp stamp;
   const FilePresence presence = ReadStamp(path, stamp);
   if (expected == nullptr) return presence == FilePresence::Missing;
-  if (presence != FilePresence::Present || stamp != expected->stamp) return false;
-  return expected->stampSettled || Holds(path, expected->bytes);
+  return presence == FilePresence::Present && stamp == expected->stamp;
+}
+
+bool IsUnchanged(const std::string& path, const FileContents* expected) {
+  if (!SeemsUnchanged(path, expected)) return false;
+  return expected == nullptr || expected->stampSettled || Holds(path, expected->bytes);
+}
+
+/// Puts the displaced file, which another program has changed, into its place again. False when that isn't possible; it
+/// stays under its temporary name then.
+bool PutBack(TemporaryFile& temporary, const std::string& folderPath, const std::string& name, std::string_view bytes) {
+  if (!temporary.ExchangeAgain(name)) {
+    if (errno == ENOENT) return true;  // removed by now, by somebody who has seen the new file
+    temporary.Keep();
+    return false;
+  }
+  // What comes out must be the new file. Something newer still goes back where it was.
+  if (!Holds(folderPath + temporary.Name(), bytes)) temporary.ExchangeAgain(name);
+  return true;
 }
 
 }  // namespace
@@ -147,16 +165,17 @@ Replacement ReplaceFile(const std::string& path, std::string_view bytes, const F
   if (!temporary.Fill(bytes, durability)) return Replacement::Failed;
 
   // Flushing takes the time of a save. An edit that fell into it has to be read first.
-  if (!IsUnchanged(*target, expected)) return Replacement::Superseded;
-  const Placement placement = expected != nullptr ? temporary.TakePlaceOf(name) : temporary.TakeName(name);
-  if (placement == Placement::Failed) return Replacement::Failed;
+  if (!SeemsUnchanged(*target, expected)) return Replacement::Superseded;
+  Placement placement = expected != nullptr ? temporary.ExchangeWith(name) : temporary.TakeName(name);
+  if (placement == Placement::Unable) {
+    if (!IsUnchanged(*target, expected)) return Replacement::Superseded;
+    placement = temporary.ReplaceBlindly(name);
+  }
   if (placement == Placement::Superseded) return Replacement::Superseded;
-  // One that slipped in behind that look has come out with the file that has been displaced.
-  if (expected != nullptr && placement == Placement::Exchanged &&
-      !Holds(folderPath + temporary.Name(), expected->bytes)) {
-    // Should that fail, the next attempt finds its bytes in place.
-    temporary.GiveBack(name);
-    return Replacement::Superseded;
+  if (placement == Placement::Failed || placement == Placement::Unable) return Replacement::Failed;
+  // An edit that slipped in has come out with the file that has been displaced.
+  if (placement == Placement::Exchanged && !Holds(folderPath + temporary.Name(), expected->bytes)) {
+    return PutBack(temporary, folderPath, name, bytes) ? Replacement::Superseded : Replacement::Failed;
   }
 
   // The file is the new one to everybody now, so this is no failure any more: after a crash it is the new or the old

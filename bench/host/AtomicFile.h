@@ -7,8 +7,8 @@
 #include "bench/host/FileStamp.h"
 
 /// Files read whole and replaced whole. Nobody who opens such a file sees a part of a write, and neither does anybody
-/// after a crash. All the system calls behind a save of the configuration stand here, in `TemporaryFile` and in
-/// `FileStamp`.
+/// after a crash. All the system calls behind a save of the configuration stand here, in `TemporaryFile`, `FileStamp`,
+/// `FileDescriptor` and `SystemCalls`.
 namespace Helmsway {
 
 /// A state of a file.
@@ -35,10 +35,14 @@ enum class Replacement {
 ///
 /// Mode and owner are kept, the owner where the system lets us. A symbolic link stays one: its target is replaced, or
 /// made. The file is a new one to the file system, so a second hard link keeps the old contents. A file that nobody may
-/// write is not replaced, whoever we are. When `Done`, the bytes are on the disk if they are to be `Flushed`. The file
-/// that has been replaced is looked at once more, and put back if another program has changed it; what that program
-/// writes later, through a descriptor of the old file, is lost. So is, where the file system can't exchange two files,
-/// what falls between the last look and the rename right behind it.
+/// write is not replaced, whoever we are. When `Done` and to be `Flushed`, the bytes are on the disk, and so is their
+/// name as far as the file system flushes folders. The file that has been replaced is looked at once more, and put back
+/// if another program has changed it.
+///
+/// Not kept: access lists and extended attributes; what another program writes later through a descriptor of the old
+/// file, which is also the rest of a file that it has truncated and is still writing when we read it; where the file
+/// system can't exchange two files, an edit between the last look and the rename right behind it; and an edit in that
+/// place when, moreover, this process is killed or a third program writes within the same few system calls.
 Replacement ReplaceFile(const std::string& path, std::string_view bytes, const FileContents* expected,
                         Durability durability = Durability::Flushed);
 

@@ -21,9 +21,11 @@ namespace Helmsway {
 /// Edits that fall into the same step of the file system's clock would share a stamp, so the stamp of a file that has
 /// just been changed isn't relied on: until the clock has moved on, each read takes the file's bytes anew. What can
 /// still escape is a change whose stamp the system itself holds back: stores through a shared memory mapping before
-/// they are written out, and edits from another computer that the client of a network folder hasn't heard of. Neither
-/// can be seen by any program that opens no file per read, and no editor and no installer writes a configuration file
-/// through a mapping.
+/// they are written out, and edits from another computer that the client of a network folder hasn't heard of; and on a
+/// network folder whose server's clock differs from ours, a second edit of the same size within one step of that clock.
+/// None can be seen by any program that opens no file per read; no editor and no installer writes a configuration file
+/// through a mapping, and an add-in's configuration lies beside it, on a disk of the computer that drives the
+/// instrument.
 class ConfigurationService final : public OrvelCalibrateS::Implements<HelmswayCmds::IIniService> {
  public:
   explicit ConfigurationService(Durability durability = Durability::Flushed) : durability_(durability) {}

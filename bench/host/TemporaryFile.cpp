@@ -56,6 +56,12 @@ void RemoveIfLeft(int folder, const std::string& name) {
   if (file && Lock(file)) unlinkat(folder, name.c_str(), 0);
 }
 
+Placement PlacementAfter(int error) {
+  if (error == ENOENT || error == EEXIST) return Placement::Superseded;
+  // Network folders, among others, can only rename without looking.
+  return error == EINVAL || error == ENOSYS ? Placement::Unable : Placement::Failed;
+}
+
 /// Nobody waits for it: what can't be removed now is there for the next save.
 void RemoveLeftovers(int folder, std::string_view prefix) {
   struct Close {
@@ -93,11 +99,16 @@ TemporaryFile::~TemporaryFile() {
 bool TemporaryFile::TakeOver(const struct stat& status) {
   struct stat own {};
   if (fstat(descriptor_.Get(), &own) != 0) return false;
-  const auto ignore = [](int /*result*/) {};
   // The owner comes first, because a change of owner takes mode bits away.
-  if (own.st_gid != status.st_gid) ignore(fchown(descriptor_.Get(), static_cast<uid_t>(-1), status.st_gid));
-  if (own.st_uid != status.st_uid) ignore(fchown(descriptor_.Get(), status.st_uid, static_cast<gid_t>(-1)));
-  return fchmod(descriptor_.Get(), status.st_mode & ModeBits) == 0;
+  const bool hasGroup =
+      own.st_gid == status.st_gid || fchown(descriptor_.Get(), static_cast<uid_t>(-1), status.st_gid) == 0;
+  const bool hasOwner =
+      own.st_uid == status.st_uid || fchown(descriptor_.Get(), status.st_uid, static_cast<gid_t>(-1)) == 0;
+  mode_t mode = status.st_mode & ModeBits;
+  if (!hasOwner) mode &= ~static_cast<mode_t>(S_ISUID);
+  // Another group may do what everybody may.
+  if (!hasGroup) mode &= ~static_cast<mode_t>(S_ISGID | S_IRWXG) | ((mode & S_IRWXO) << 3);
+  return fchmod(descriptor_.Get(), mode) == 0;
 }
 
 bool TemporaryFile::Fill(std::string_view bytes, Durability durability) {
@@ -114,27 +125,28 @@ bool TemporaryFile::Fill(std::string_view bytes, Durability durability) {
   return descriptor_.Close();
 }
 
-Placement TemporaryFile::TakePlaceOf(const std::string& fileName) { return Rename(fileName, RENAME_EXCHANGE); }
-
-Placement TemporaryFile::TakeName(const std::string& fileName) { return Rename(fileName, RENAME_NOREPLACE); }
-
-bool TemporaryFile::GiveBack(const std::string& fileName) {
-  return renameat2(folder_, name_.c_str(), folder_, fileName.c_str(), RENAME_EXCHANGE) == 0;
+Placement TemporaryFile::ExchangeWith(const std::string& fileName) {
+  // Where it can't be had, there is only nothing to tell others that the file isn't a leftover.
+  displacedLock_ = OpenFile(folder_, fileName, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY);
+  if (displacedLock_) Lock(displacedLock_);
+  if (renameat2(folder_, name_.c_str(), folder_, fileName.c_str(), RENAME_EXCHANGE) == 0) return Placement::Exchanged;
+  return PlacementAfter(errno);
 }
 
-Placement TemporaryFile::Rename(const std::string& fileName, unsigned int flags) {
-  if (renameat2(folder_, name_.c_str(), folder_, fileName.c_str(), flags) == 0) {
-    isThere_ = flags == RENAME_EXCHANGE;
-    return isThere_ ? Placement::Exchanged : Placement::Alone;
-  }
-  if (errno == ENOENT || errno == EEXIST) return Placement::Superseded;
-  // Network folders, among others, can only rename without looking.
-  if (errno != EINVAL && errno != ENOSYS) return Placement::Failed;
-  if (renameat(folder_, name_.c_str(), folder_, fileName.c_str()) != 0) {
-    return errno == ENOENT ? Placement::Superseded : Placement::Failed;
-  }
+Placement TemporaryFile::TakeName(const std::string& fileName) {
+  if (renameat2(folder_, name_.c_str(), folder_, fileName.c_str(), RENAME_NOREPLACE) != 0) return PlacementAfter(errno);
   isThere_ = false;
   return Placement::Alone;
+}
+
+Placement TemporaryFile::ReplaceBlindly(const std::string& fileName) {
+  if (renameat(folder_, name_.c_str(), folder_, fileName.c_str()) != 0) return PlacementAfter(errno);
+  isThere_ = false;
+  return Placement::Alone;
+}
+
+bool TemporaryFile::ExchangeAgain(const std::string& fileName) {
+  return renameat2(folder_, name_.c_str(), folder_, fileName.c_str(), RENAME_EXCHANGE) == 0;
 }
 
 }  // namespace Helmsway

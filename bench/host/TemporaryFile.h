@@ -16,6 +16,7 @@ enum class Placement {
   Alone,       ///< it has the name; what had it before is gone
   Exchanged,   ///< it has the name; what had it before has the temporary one
   Superseded,  ///< nothing has changed, since there is no such file, or one where none should be
+  Unable,      ///< nothing has changed: the file system can't look and rename in one step
   Failed,      ///< nothing has changed
 };
 
@@ -37,28 +38,35 @@ class TemporaryFile {
   explicit operator bool() const noexcept { return isThere_; }
   const std::string& Name() const noexcept { return name_; }
 
-  /// Mode and owner of that file. An owner that the system keeps for others is left: the contents count for more.
+  /// Mode and owner of that file. An owner that the system keeps for others is left: the contents count for more. The
+  /// rights that would go to another owner or group by that are left out.
   bool TakeOver(const struct stat& status);
 
   /// Writes, and waits until the bytes are on the disk if they are to be `Flushed`.
   bool Fill(std::string_view bytes, Durability durability);
 
-  /// Takes the place of the file of that name; where the file system can, in exchange.
-  Placement TakePlaceOf(const std::string& fileName);
+  /// Exchanges its name with the file of that name, which counts as in use from then on: another writer doesn't take it
+  /// for a leftover.
+  Placement ExchangeWith(const std::string& fileName);
 
   /// Takes a name that no file has.
   Placement TakeName(const std::string& fileName);
 
-  /// Undoes an exchange.
-  bool GiveBack(const std::string& fileName);
+  /// Takes the name, whoever has it.
+  Placement ReplaceBlindly(const std::string& fileName);
+
+  /// Undoes an exchange, or does it again. `errno` tells why it failed.
+  bool ExchangeAgain(const std::string& fileName);
+
+  /// What has the temporary name stays.
+  void Keep() noexcept { isThere_ = false; }
 
  private:
-  Placement Rename(const std::string& fileName, unsigned int flags);
-
   int folder_;
   std::string name_;
   FileDescriptor descriptor_;
   FileDescriptor lock_;
+  FileDescriptor displacedLock_;
   bool isThere_ = false;
 };
 

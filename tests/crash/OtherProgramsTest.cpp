@@ -82,14 +82,15 @@ TEST(OtherProgramsTest, AnEditAheadOfAnyCallOfASaveIsKept) {
 TEST(OtherProgramsTest, WhereFilesCannotBeExchangedAnEditUpToTheLastLookIsKept) {
   // The gap that is left there: behind the last look, which reads a file whose stamp isn't trusted yet.
   const std::vector<std::pair<Row, const char*>> rows = {
-      {{"in place", EditInPlace, fresh}, "close renameat2 renameat "},
-      {{"another file of that name", PutAnotherFileThere, old}, "renameat2 renameat "}};
+      {{"in place", EditInPlace, fresh}, "close renameat "},
+      {{"another file of that name", PutAnotherFileThere, old}, "renameat "}};
   for (const auto& [row, gap] : rows) {
     SCOPED_TRACE(row.name);
     std::string lost;
     bool came = true;
-    for (std::size_t call = 1; came; ++call) {
+    for (std::size_t call = 1; came;) {
       const SaveFolder folder(save);
+      const auto made = std::chrono::steady_clock::now();
       std::this_thread::sleep_for(row.age);
       came = false;
       Result result = Result::Failed;
@@ -98,7 +99,14 @@ TEST(OtherProgramsTest, WhereFilesCannotBeExchangedAnEditUpToTheLastLookIsKept) 
           Faults::Observe({What::Meanwhile, call, 0, "renameat2", meanwhile}, [&] { result = folder.Write(); });
       EXPECT_EQ(result, Result::Ok);
       EXPECT_TRUE(folder.HoldsTheFileAlone());
+      // On a busy machine a fresh file may have got old meanwhile: once more.
+      const bool stayedFresh = std::chrono::steady_clock::now() - made < std::chrono::milliseconds(10);
+      if (row.age == fresh && !stayedFresh) {
+        came = true;
+        continue;
+      }
       if (came && folder.Bytes() != Both) lost += calls.at(call - 1).name + " ";
+      ++call;
     }
     EXPECT_EQ(lost, gap);
   }
