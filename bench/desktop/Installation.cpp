@@ -40,7 +40,7 @@ fs::path DataFolder() {
 }
 
 fs::path Own(const fs::path& example) {
-  const fs::path own = DataFolder() / "installation";
+  fs::path own = DataFolder() / "installation";
   fs::create_directories(own);
   for (const char* name : {"Marivane.ini", "Helmsway.ini"}) CopyIfMissing(example / name, own / name);
   return own;

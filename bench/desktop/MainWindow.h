@@ -30,6 +30,8 @@ class MainWindow : public QMainWindow {
 
  public:
   explicit MainWindow(SessionOptions options, QWidget* parent = nullptr);
+  MainWindow(const MainWindow&) = delete;
+  MainWindow& operator=(const MainWindow&) = delete;
   ~MainWindow() override;
 
   /// Begins a session and starts the add-in; one that is there ends first. A failure is shown, and told by False.

@@ -174,7 +174,8 @@ Replacement ReplaceFile(const std::string& path, std::string_view bytes, const F
   if (placement == Placement::Superseded) return Replacement::Superseded;
   if (placement == Placement::Failed || placement == Placement::Unable) return Replacement::Failed;
   // An edit that slipped in has come out with the file that has been displaced.
-  if (placement == Placement::Exchanged && !Holds(folderPath + temporary.Name(), expected->bytes)) {
+  if (expected != nullptr && placement == Placement::Exchanged &&
+      !Holds(folderPath + temporary.Name(), expected->bytes)) {
     return PutBack(temporary, folderPath, name, bytes) ? Replacement::Superseded : Replacement::Failed;
   }
 

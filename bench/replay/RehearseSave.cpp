@@ -71,7 +71,7 @@ SaveRehearsal Player::RehearseSave() {
   *overlaid.Out() = new OverlaidIniService(std::move(copies), folder.Path());
 
   rehearsal_ = &rehearsal;
-  iniService_->SetBehind(overlaid);
+  iniService_->SetBehind(std::move(overlaid));
   Drop(session_->Form().SaveChanges());
   iniService_->SetBehind(files);
   WriteStatus(*window_, status);

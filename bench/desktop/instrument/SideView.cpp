@@ -104,7 +104,7 @@ void SideView::PaintTable(QPainter& painter, const QRectF& area) const {
   painter.drawLine(QPointF(row.left(), row.bottom()), QPointF(row.right(), row.bottom()));
   painter.setPen(colors.ink);
   write(QStringLiteral("Axis"), QStringLiteral("steps"), {});
-  row.translate(0, Margin / 2);
+  row.translate(0, Margin / 2.0);
   for (const auto& axis : picture_.axes) {
     painter.setPen(axis.moving ? colors.marker : colors.ink);
     write(QString::fromStdString(axis.name), axis.homed ? StepsOf(axis) : QStringLiteral("\u2013"), MarkOf(axis));

@@ -122,7 +122,7 @@ QVariant ConsoleModel::data(const QModelIndex& index, int role) const {
       if (column == Reply) return Entry(index.row()).reply;
       return {};
     case Qt::TextAlignmentRole:
-      return QVariant((column == Time || column == Duration ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+      return {(column == Time || column == Duration ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter};
     default:
       break;
   }

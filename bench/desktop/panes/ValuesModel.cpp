@@ -135,7 +135,7 @@ QVariant ValuesModel::data(const QModelIndex& index, int role) const {
       return row.toolTip;
     case Qt::TextAlignmentRole: {
       const bool isNumber = column == Screen || column == File || column == Instrument;
-      return QVariant((isNumber ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+      return {(isNumber ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter};
     }
     default:
       break;

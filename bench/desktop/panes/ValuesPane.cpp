@@ -162,6 +162,7 @@ void ValuesPane::ShowReadBack(const std::vector<MemoryDifference>& differences, 
   qApp->removeEventFilter(this);
   ShowVerdict(*upperTitle_, VerdictOf(differences, end));
   std::vector<std::string> lines;
+  lines.reserve(differences.size());
   for (const MemoryDifference& difference : differences) lines.push_back(LineOf(difference));
   upperLines_->setAccessibleName(QStringLiteral("Differences found in the instrument's memory"));
   upperLines_->ShowLines(lines, QStringLiteral("No differences."), Tone::Bad);
