@@ -16,6 +16,7 @@
 #include "bench/host/ConfigurationService.h"
 #include "bench/replay/Replay.h"
 #include "benchmarks/Benchmarks.h"
+#include "benchmarks/LargeCatalogue.h"
 #include "benchmarks/WorkFolder.h"
 
 /// What the operator waits for: the lists, and a whole calibration.
@@ -90,11 +91,14 @@ class RecordedService final : public OrvelCalibrateS::Implements<IIniService> {
   std::size_t nextSplit_ = 0;
 };
 
-/// The add-in's lists over the example installation.
+enum class Catalogue { Example, Large };
+
+/// The add-in's lists over the example installation, or over one like it with far more items.
 struct Lists {
-  explicit Lists(IIniService& served) : service(&served) {
+  Lists(IIniService& served, Catalogue catalogue) : service(&served) {
     fs::copy(HELMSWAY_EXAMPLES "/installation", fs::path(path).parent_path(),
              fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+    if (catalogue == Catalogue::Large) folder.Write("Marivane.ini", LargeCatalogue(BytesOf(path)));
     LetStampsSettle();
   }
   void Fill() { OrvelCalibrateS::FillSelectionLists(context); }
@@ -122,20 +126,20 @@ struct Lists {
       form};
 };
 
-void FillLists(State& state) {
+void FillLists(State& state, Catalogue catalogue) {
   Ref<IIniService> service;
   *service.Out() = new ConfigurationService;
-  Lists lists(*service);
+  Lists lists(*service, catalogue);
   lists.Fill();
   if (lists.Get<forms::ComboBox>("cboHeadType").ListCount() == 0) state.SkipWithError("the list is empty");
   for (auto turn : state) lists.Fill();
 }
 
-void FillListsAddInAlone(State& state) {
+void FillListsAddInAlone(State& state, Catalogue catalogue) {
   auto* const recorded = new RecordedService;
   Ref<IIniService> service;
   *service.Out() = recorded;
-  Lists lists(*service);
+  Lists lists(*service, catalogue);
   lists.Fill();
   recorded->Recording = false;
   for (auto turn : state) {
@@ -147,11 +151,11 @@ void FillListsAddInAlone(State& state) {
 }
 
 /// As many looks at the file's state as the lists take reads.
-void FillListsStatAlone(State& state) {
+void FillListsStatAlone(State& state, Catalogue catalogue) {
   auto* const recorded = new RecordedService;
   Ref<IIniService> service;
   *service.Out() = recorded;
-  Lists lists(*service);
+  Lists lists(*service, catalogue);
   lists.Fill();
   for (auto turn : state) {
     for (std::size_t i = 0; i < recorded->Reads.size(); ++i) {
@@ -182,9 +186,15 @@ void Calibration(State& state, const char* script, InstrumentKind instrument) {
 }  // namespace
 
 void RegisterAddInBenchmarks() {
-  benchmark::RegisterBenchmark("FillLists/StatAlone", FillListsStatAlone)->UseRealTime();
-  benchmark::RegisterBenchmark("FillLists/AddInAlone", FillListsAddInAlone)->UseRealTime();
-  benchmark::RegisterBenchmark("FillLists/Helmsway", FillLists)->UseRealTime();
+  const auto add = [](const std::string& name, const auto& function, Catalogue catalogue) {
+    benchmark::RegisterBenchmark(name.c_str(), [=](State& state) { function(state, catalogue); })->UseRealTime();
+  };
+  for (const Catalogue catalogue : {Catalogue::Example, Catalogue::Large}) {
+    const std::string group = catalogue == Catalogue::Large ? "FillLargeLists/" : "FillLists/";
+    add(group + "StatAlone", FillListsStatAlone, catalogue);
+    add(group + "AddInAlone", FillListsAddInAlone, catalogue);
+    add(group + "Helmsway", FillLists, catalogue);
+  }
   benchmark::RegisterBenchmark("Replay/quick calibration, accepting", [](State& state) {
     Calibration(state, "quick-calibration.replay", InstrumentKind::Accepting);
   })->UseRealTime();

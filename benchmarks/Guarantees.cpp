@@ -8,6 +8,7 @@
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -72,19 +73,6 @@ class HelmswayPeer final : public IIniPeer {
 
 std::unique_ptr<IIniPeer> MakeHelmswayPeer() { return std::make_unique<HelmswayPeer>(); }
 
-/// A kind's file, its value replaced where one is given.
-std::string Filled(const std::string& text, const char* value) {
-  std::string bytes;
-  bool isOwnValue = false;
-  for (const char letter : text) {
-    if (letter == '<' && value != nullptr) bytes += value;
-    if (letter == '<' || letter == '>') isOwnValue = letter == '<';
-    const bool isMark = letter == '<' || letter == '>' || letter == '^';
-    if (!isMark && !(isOwnValue && value != nullptr)) bytes += letter;
-  }
-  return bytes;
-}
-
 std::string ValueOf(const std::string& text) {
   const std::size_t begin = text.find('<') + 1;
   return text.substr(begin, text.find('>') - begin);
@@ -97,7 +85,7 @@ void TryKinds(const PeerKind& peer, nlohmann::json& row) {
   std::vector<std::string> changed;
   for (const FileKind& kind : kinds) {
     const WorkFolder folder;
-    const std::string path = folder.Write("Marivane.ini", Filled(kind.text, nullptr));
+    const std::string path = folder.Write("Marivane.ini", Filled(kind.text, std::nullopt));
     const auto reader = peer.make();
     std::string value;
     const bool isFound = reader->Load(path) && reader->Find("S", "k", value);
@@ -112,8 +100,10 @@ void TryKinds(const PeerKind& peer, nlohmann::json& row) {
   row["changed"] = changed;
 }
 
+constexpr std::size_t readFileLines = 1'000;
+
 bool Saved(IIniPeer& peer, const std::string& path, const char* value) {
-  return peer.Save(path, std::string(ItemSection), "Item500", value);
+  return peer.Save(path, std::string(ItemSection), ItemKeys(readFileLines).back(), value);
 }
 
 /// A reader opens the file again and again while it is saved with two values in turn. What it sees is one or the other
@@ -122,7 +112,7 @@ void TryReader(const PeerKind& peer, std::chrono::milliseconds time, nlohmann::j
   constexpr const char* first = "Head,SERIALDILUTE,1";
   constexpr const char* second = "Head,SERIALDILUTE,2";
   const WorkFolder folder;
-  const std::string path = folder.Write("Marivane.ini", ItemFile(1'000));
+  const std::string path = folder.Write("Marivane.ini", ItemFile(readFileLines));
   const auto writer = peer.make();
   std::vector<std::string> states;
   for (const char* value : {first, second}) {

@@ -10,7 +10,7 @@ namespace Helmsway::Benchmarks {
 
 inline constexpr std::string_view ItemSection = "HeadType";
 
-/// `count` item lines of about 80 bytes in one section, between two short sections.
+/// `count` item lines of about 105 bytes in one section, between two short sections.
 std::string ItemFile(std::size_t count);
 
 /// "Item1" to "Item<count>", in this order.

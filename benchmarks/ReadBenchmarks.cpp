@@ -1,4 +1,5 @@
 #include <benchmark/benchmark.h>
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <cstddef>
@@ -96,6 +97,26 @@ void WalkStatAlone(State& state) {
   }
 }
 
+/// Reads right after another program's change, in rows so short that the stamp can't settle.
+void ReadAfterChange(State& state) {
+  constexpr std::size_t row = 10;
+  const Items items(SizeOf(state));
+  const Service service = Adopted(new ConfigurationService);
+  std::string value;
+  std::size_t reads = 0;
+  for (auto turn : state) {
+    state.PauseTiming();
+    if (utimensat(AT_FDCWD, items.path.c_str(), nullptr, 0) != 0) state.SkipWithError("no stamp can be set");
+    state.ResumeTiming();
+    for (std::size_t i = 0; i < row; ++i) {
+      if (!Read(*service, items.path, items.keys[reads++ % items.keys.size()], value)) {
+        state.SkipWithError("a read gave nothing");
+      }
+    }
+  }
+  state.counters["row"] = row;
+}
+
 /// One read of one key, by somebody who keeps nothing.
 void ParsePerRead(State& state) {
   const Items items(SizeOf(state));
@@ -115,7 +136,11 @@ void ParsePerReadOf(State& state, const PeerKind& kind) {
   std::size_t turns = 0;
   for (auto turn : state) {
     const auto peer = kind.make();
-    peer->Forget(items.path);
+    if (kind.keepsParsed) {
+      state.PauseTiming();
+      peer->Forget(items.path);
+      state.ResumeTiming();
+    }
     if (!peer->Load(items.path) ||
         !peer->Find(std::string(ItemSection), items.keys[turns++ % items.keys.size()], value)) {
       state.SkipWithError("a read gave nothing");
@@ -123,26 +148,31 @@ void ParsePerReadOf(State& state, const PeerKind& kind) {
   }
 }
 
-/// A million bytes that nobody meant to be a configuration file, or sound ones.
+/// Exactly a million bytes that nobody meant to be a configuration file, or sound ones; the last line may be cut short.
 std::string Text(std::string_view kind) {
   constexpr std::size_t size = 1'000'000;
-  const std::string sound = ItemFile(size / 80);
-  std::string bytes;
+  constexpr std::size_t leastLine = 100;
+  const std::string sound = ItemFile(size / leastLine).substr(0, size);
   const auto repeated = [&](std::string_view unit) {
-    while (bytes.size() + unit.size() <= size) bytes += unit;
+    std::string bytes;
+    while (bytes.size() < size) bytes += unit;
+    bytes.resize(size);
     return bytes;
+  };
+  const auto filled = [&](std::string_view front, char letter, std::string_view back) {
+    return std::string(front) + std::string(size - front.size() - back.size(), letter) + std::string(back);
   };
   if (kind == "NUL bytes") return std::string(size, '\0');
   if (kind == "NUL bytes in lines") {
-    bytes = sound;
+    std::string bytes = sound;
     for (std::size_t i = 0; i < bytes.size(); i += 7) bytes[i] = '\0';
     return bytes;
   }
   if (kind == "no line ends") return repeated("Item=1,2,3 [S] ");
   if (kind == "blanks alone") return std::string(size, ' ');
-  if (kind == "a megabyte in a name") return std::string(size, 'k') + "=1\n";
-  if (kind == "a megabyte in a value") return "[S]\nk=" + std::string(size, 'v') + "\nj=1\n";
-  if (kind == "a megabyte in a head") return "[" + std::string(size, 'S') + "\nk=1\n";
+  if (kind == "a megabyte in a name") return filled("", 'k', "=1\n");
+  if (kind == "a megabyte in a value") return filled("[S]\nk=", 'v', "\nj=1\n");
+  if (kind == "a megabyte in a head") return filled("[", 'S', "\nk=1\n");
   if (kind == "invalid UTF-8") return repeated("\xC3\x28\x80=\xFF\xFE\x80\n");
   if (kind == "heads without an end") return repeated("[S\nk=1\n");
   if (kind == "sound, heads and short keys") return repeated("[S]\nk=1\n");
@@ -153,6 +183,7 @@ std::string Text(std::string_view kind) {
 
 void Parse(State& state, std::string_view kind) {
   const std::string bytes = Text(kind);
+  if (bytes.size() != 1'000'000) state.SkipWithError("the text has another length");
   for (auto turn : state) {
     const IniFile file(bytes);
     benchmark::DoNotOptimize(file.Find("S", "k"));
@@ -171,6 +202,7 @@ void RegisterReadBenchmarks() {
   add("Walk/Floor", WalkFloor);
   add("Walk/Helmsway", [](State& state) { Walk(state, [] { return Adopted(new ConfigurationService); }); });
   add("ParsePerRead/Helmsway", ParsePerRead);
+  add("ReadAfterChange/Helmsway", ReadAfterChange);
   for (const PeerKind& kind : Peers()) {
     add(std::string("Walk/") + kind.name,
         [&kind](State& state) { Walk(state, [&] { return Adopted(new PeerService(kind.make())); }); });

@@ -23,10 +23,15 @@ using OrvelCalibrateS::AsText;
 /// A value of the same length each time, and never the one before.
 std::string Changed(std::size_t turn) { return std::string("Head,SERIALDILUTE,") + (turn % 2 == 0 ? "10" : "20"); }
 
+std::size_t SizeOf(const State& state) { return static_cast<std::size_t>(state.range(0)); }
+
+/// The last item: all that stands in front of it has to be passed.
+std::string LastKey(const State& state) { return ItemKeys(SizeOf(state)).back(); }
+
 /// `save` is given the path and the number of the turn, and tells whether it did its work.
 void Save(State& state, const std::function<bool(const std::string&, std::size_t)>& save) {
   const WorkFolder folder;
-  const std::string path = folder.Write("Marivane.ini", ItemFile(static_cast<std::size_t>(state.range(0))));
+  const std::string path = folder.Write("Marivane.ini", ItemFile(SizeOf(state)));
   std::size_t turns = 0;
   for (auto turn : state) {
     if (!save(path, turns++)) state.SkipWithError("a save failed");
@@ -37,27 +42,33 @@ void Save(State& state, const std::function<bool(const std::string&, std::size_t
 using Bare = void (*)(const std::string&, std::string_view, Flush);
 
 void SaveBare(State& state, Bare bare, Flush flush) {
-  const std::string bytes = ItemFile(static_cast<std::size_t>(state.range(0)));
+  const std::string bytes = ItemFile(SizeOf(state));
   Save(state, [&](const std::string& path, std::size_t) {
     bare(path, bytes, flush);
     return true;
   });
 }
 
-void SaveByService(State& state) {
+/// A new key adds a line of 30 bytes at each turn, which is little beside what the file has.
+enum class SavedKey { Existing, New };
+
+void SaveByService(State& state, SavedKey saved) {
+  const std::size_t size = SizeOf(state);
+  const std::string last = LastKey(state);
   OrvelCalibrateS::Ref<HelmswayCmds::IIniService> service;
   *service.Out() = new ConfigurationService;
   Save(state, [&](const std::string& path, std::size_t turn) {
     const std::string value = Changed(turn);
-    return service->WriteIni(AsText(ItemSection), AsText("Item50"), AsText(path), AsText(value)) ==
-           HelmswayCmds::Result::Ok;
+    const std::string key = saved == SavedKey::New ? "Item" + std::to_string(size + 1 + turn) : last;
+    return service->WriteIni(AsText(ItemSection), AsText(key), AsText(path), AsText(value)) == HelmswayCmds::Result::Ok;
   });
 }
 
 void SaveByPeer(State& state, const PeerKind& kind) {
   const auto peer = kind.make();
+  const std::string key = LastKey(state);
   Save(state, [&](const std::string& path, std::size_t turn) {
-    return peer->Save(path, std::string(ItemSection), "Item50", Changed(turn));
+    return peer->Save(path, std::string(ItemSection), key, Changed(turn));
   });
 }
 
@@ -71,7 +82,8 @@ void RegisterSaveBenchmarks() {
   add("Save/Bare", [](State& state) { SaveBare(state, BareSave, Flush::Yes); });
   add("Save/BareWithRead", [](State& state) { SaveBare(state, BareSaveWithRead, Flush::Yes); });
   add("Save/BareUnflushed", [](State& state) { SaveBare(state, BareSave, Flush::No); });
-  add("Save/Helmsway", SaveByService);
+  add("Save/Helmsway", [](State& state) { SaveByService(state, SavedKey::Existing); });
+  add("Save/Helmsway, a new key", [](State& state) { SaveByService(state, SavedKey::New); });
   for (const PeerKind& kind : Peers()) {
     if (!kind.writes) continue;
     add(std::string("Save/") + kind.name, [&kind](State& state) { SaveByPeer(state, kind); });

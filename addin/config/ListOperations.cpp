@@ -1,5 +1,7 @@
 #include "addin/config/ListOperations.h"
 
+#include <algorithm>
+
 #include "addin/base/Steps.h"
 #include "addin/config/Conversions.h"
 
@@ -18,8 +20,14 @@ std::string PreselectedName(const IniFiles& files, std::string_view section) {
   return name;
 }
 
+char Capital(char letter) { return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter; }
+
+bool IsSameLetter(char left, char right) { return Capital(left) == Capital(right); }
+
+/// In any letter case, and without copies: a list asks for each of its lines.
 bool Contains(const SplitResult& line, std::int16_t place, std::string_view text) {
-  return UpperCased(line.Place(static_cast<std::size_t>(place))).find(UpperCased(text)) != std::string::npos;
+  const std::string& piece = line.Place(static_cast<std::size_t>(place));
+  return std::search(piece.begin(), piece.end(), text.begin(), text.end(), IsSameLetter) != piece.end() || text.empty();
 }
 
 /// A filter place that the line doesn't have makes its test fail, and so pass: the entry drops out either way.
@@ -63,9 +71,11 @@ void FillItemList(const IniFiles& files, forms::ComboBox& list, std::string_view
 
 std::int16_t FindListItem(std::string_view text, const forms::ComboBox& list) {
   constexpr std::int32_t lastIndex = 32767;
-  const std::string wanted = UpperCased(text);
   for (std::int32_t i = 0; i < list.ListCount() && i <= lastIndex; ++i) {
-    if (UpperCased(list.List(i).value_or("")) == wanted) return static_cast<std::int16_t>(i);
+    const std::string_view entry = list.List(i).value_or("");
+    if (std::equal(entry.begin(), entry.end(), text.begin(), text.end(), IsSameLetter)) {
+      return static_cast<std::int16_t>(i);
+    }
   }
   return 0;
 }

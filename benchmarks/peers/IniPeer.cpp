@@ -4,9 +4,12 @@ namespace Helmsway::Benchmarks {
 
 const std::vector<PeerKind>& Peers() {
   static const std::vector<PeerKind> peers = {
-      {"SimpleIni", MakeSimpleIniPeer, true}, {"GKeyFile", MakeKeyFilePeer, true},
-      {"inih", MakeInihPeer, false},          {"iniparser", MakeIniparserPeer, true},
-      {"QSettings", MakeSettingsPeer, true},  {"PropertyTree", MakePropertyTreePeer, true},
+      {"SimpleIni", MakeSimpleIniPeer, true},
+      {"GKeyFile", MakeKeyFilePeer, true},
+      {"inih", MakeInihPeer, false},
+      {"iniparser", MakeIniparserPeer, true},
+      {"QSettings", MakeSettingsPeer, true, true},
+      {"PropertyTree", MakePropertyTreePeer, true},
   };
   return peers;
 }

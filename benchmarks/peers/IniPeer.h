@@ -26,6 +26,7 @@ struct PeerKind {
   const char* name;
   std::unique_ptr<IIniPeer> (*make)();
   bool writes;
+  bool keepsParsed = false;  ///< needs `Forget` for a load to parse
 };
 
 /// All of them.

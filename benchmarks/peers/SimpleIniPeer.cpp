@@ -16,6 +16,8 @@ class SimpleIniPeer final : public IIniPeer {
  public:
   bool Load(const std::string& path) override {
     file_ = std::make_unique<CSimpleIniA>();
+    file_->SetSpaces(false);   // writes "key=value", as it stands in these files
+    file_->SetMultiKey(true);  // of keys of the same name the first is found, as the configuration has it
     return file_->LoadFile(path.c_str()) >= 0;
   }
 
@@ -27,7 +29,7 @@ class SimpleIniPeer final : public IIniPeer {
 
   bool Save(const std::string& path, const std::string& section, const std::string& key,
             const std::string& value) override {
-    return Load(path) && file_->SetValue(section.c_str(), key.c_str(), value.c_str()) >= 0 &&
+    return Load(path) && file_->SetValue(section.c_str(), key.c_str(), value.c_str(), nullptr, true) >= 0 &&
            file_->SaveFile(path.c_str()) >= 0;
   }
 

@@ -10,15 +10,15 @@
 #include "bench/host/IniEdits.h"
 #include "bench/host/IniFile.h"
 #include "tests/fuzz/Demand.h"
-#include "tests/fuzz/SimpleIniReading.h"
+#include "tests/fuzz/PlainIniReading.h"
 
 namespace Helmsway::Fuzzing {
 namespace {
 
-using Name = SimpleIniReading::Name;
+using Name = PlainIniReading::Name;
 
 Name Folded(const std::string& section, const std::string& key) {
-  return {SimpleIniReading::Small(section), SimpleIniReading::Small(key)};
+  return {PlainIniReading::Small(section), PlainIniReading::Small(key)};
 }
 
 bool IsPlainWord(std::string_view text) {
@@ -41,7 +41,7 @@ bool KeepsOtherBytes(std::string_view before, std::string_view after, std::size_
   return static_cast<std::size_t>(front - before.begin() + (back - before.rbegin())) + replaced >= before.size();
 }
 
-void CheckReading(const IniFile& file, const SimpleIniReading& reading, const Name& asked) {
+void CheckReading(const IniFile& file, const PlainIniReading& reading, const Name& asked) {
   for (const auto& [name, value] : reading.values) {
     Demand(file.Find(name.first, name.second) == value, "a key is found with its first value");
     Demand(file.Find(InCapitals(name.first), InCapitals(name.second)) == value, "letter case doesn't count");
@@ -51,7 +51,7 @@ void CheckReading(const IniFile& file, const SimpleIniReading& reading, const Na
   Demand(file.Find(asked.first, asked.second) == expected, "nothing else is found");
 }
 
-void CheckSetting(const std::string& bytes, const SimpleIniReading& reading, const std::string& section,
+void CheckSetting(const std::string& bytes, const PlainIniReading& reading, const std::string& section,
                   const std::string& key, const std::string& value) {
   const Name name = Folded(section, key);
   const auto edited = WithValue(bytes, section, key, value);
@@ -60,14 +60,14 @@ void CheckSetting(const std::string& bytes, const SimpleIniReading& reading, con
     Demand(!isPlain, "plain words can be written");
     return;
   }
-  Demand(IniFile(*edited).Find(section, key) == SimpleIniReading::Trimmed(value), "what is written is found");
+  Demand(IniFile(*edited).Find(section, key) == PlainIniReading::Trimmed(value), "what is written is found");
 
   auto expected = reading.values;
   const auto old = expected.find(name);
   const std::size_t replaced = old == expected.end() ? 0 : old->second.size();
   Demand(KeepsOtherBytes(bytes, *edited, replaced), "all other bytes are kept");
-  expected[name] = SimpleIniReading::Trimmed(value);
-  Demand(SimpleIniReading(*edited).values == expected, "all other keys keep their values");
+  expected[name] = PlainIniReading::Trimmed(value);
+  Demand(PlainIniReading(*edited).values == expected, "all other keys keep their values");
   Demand(WithValue(*edited, section, key, value) == edited, "writing the same again changes nothing");
 
   const bool isWholeLine = bytes.empty() || bytes.back() == '\n';
@@ -76,12 +76,12 @@ void CheckSetting(const std::string& bytes, const SimpleIniReading& reading, con
   }
 }
 
-void CheckRemoving(const std::string& bytes, const SimpleIniReading& reading, const std::string& section,
+void CheckRemoving(const std::string& bytes, const PlainIniReading& reading, const std::string& section,
                    const std::string& key) {
   const std::string left = WithoutKey(bytes, section, key);
   auto expected = reading.values;
   expected.erase(Folded(section, key));
-  Demand(SimpleIniReading(left).values == expected, "the key is gone, and no other");
+  Demand(PlainIniReading(left).values == expected, "the key is gone, and no other");
   Demand(WithoutKey(left, section, key) == left, "removing again changes nothing");
   if (!reading.values.contains(Folded(section, key))) Demand(left == bytes, "what isn't there can't be removed");
 }
@@ -114,7 +114,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string value = input.ConsumeRandomLengthString();
   const std::string bytes = input.ConsumeRemainingBytesAsString();
 
-  const SimpleIniReading reading(bytes);
+  const PlainIniReading reading(bytes);
   CheckReading(Helmsway::IniFile(bytes), reading, Folded(section, key));
   CheckSetting(bytes, reading, section, key, value);
   CheckRemoving(bytes, reading, section, key);

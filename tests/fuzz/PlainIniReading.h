@@ -9,13 +9,13 @@
 namespace Helmsway::Fuzzing {
 
 /// What a configuration file says, read anew and as plainly as can be: no index, no offsets, a copy of everything.
-struct SimpleIniReading {
+struct PlainIniReading {
   using Name = std::pair<std::string, std::string>;  ///< section and key, in small letters
 
   std::map<Name, std::string> values;  ///< of a name that repeats, the first
   std::set<std::string> sections;      ///< in small letters; "" is always among them
 
-  explicit SimpleIniReading(std::string text) : sections{""} {
+  explicit PlainIniReading(std::string text) : sections{""} {
     if (text.rfind("\xEF\xBB\xBF", 0) == 0) text.erase(0, 3);
     std::string section;
     while (!text.empty()) {
