@@ -26,15 +26,6 @@ bool HoldsCentreOf(const Rectangle& cover, const Rectangle& covered) {
   return x >= cover.left && x < cover.left + cover.width && y >= cover.top && y < cover.top + cover.height;
 }
 
-/// An event that the operator raised. What leaves its handlers ends there: nobody above could hear of it.
-bool Raise(const std::function<void()>& event) noexcept {
-  try {
-    event();
-  } catch (...) {  // NOLINT(bugprone-empty-catch): see above
-  }
-  return true;
-}
-
 }  // namespace
 
 MessageAnswer CarefulAnswer(MessageButtons buttons) {
@@ -61,7 +52,9 @@ Form::~Form() = default;
 
 MessageAnswer Form::ShowMessage(std::string_view title, std::string_view text, MessageButtons buttons,
                                 MessageIcon icon) {
-  return messageBoxes_ == nullptr ? CarefulAnswer(buttons) : messageBoxes_->Show(title, text, buttons, icon);
+  if (closed_ || messageBoxes_ == nullptr) return CarefulAnswer(buttons);
+  const MessageAnswer answer = messageBoxes_->Show(title, text, buttons, icon);
+  return closed_ ? CarefulAnswer(buttons) : answer;
 }
 
 void Form::Close() {
@@ -131,6 +124,17 @@ bool Form::Pick(ControlId list, std::int32_t entry) noexcept {
   if (target == nullptr || !target->Enabled() || !Reachable(list)) return false;
   if (!target->List(entry) || target->ListIndex() == entry) return false;
   return Raise([target, entry] { static_cast<void>(target->SetListIndex(entry)); });
+}
+
+/// An event that the operator raised. What leaves its handlers ends here: no caller could do anything about it.
+bool Form::Raise(const std::function<void()>& event) const noexcept {
+  std::shared_ptr<void> held;  // may be all that keeps this form: nothing of it is used after the event
+  try {
+    if (hold_) held = hold_();
+    event();
+  } catch (...) {  // NOLINT(bugprone-empty-catch): see above
+  }
+  return true;
 }
 
 Control* Form::At(ControlId control) const {

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "forms/Controls.h"
@@ -35,8 +37,14 @@ class Form final : public ISurface {
     return dynamic_cast<Kind&>(*controls_.at(static_cast<std::size_t>(Find(name, index))));
   }
 
+  /// A closed form shows nothing more, and an answer to a box that was open when it closed doesn't count: both give
+  /// `CarefulAnswer`.
   MessageAnswer ShowMessage(std::string_view title, std::string_view text, MessageButtons buttons, MessageIcon icon);
   std::int32_t WindowHandle() const { return windowHandle_; }
+
+  /// What must not go away while the operator's events run, such as the form itself: `hold` is called when an event
+  /// begins, and what it gives is let go when the event has ended.
+  void HoldDuringEvents(std::function<std::shared_ptr<void>()> hold) { hold_ = std::move(hold); }
 
   /// Ends the form's life on the screen: handlers, observer and message boxes go, and the operator reaches nothing.
   void Close();
@@ -64,12 +72,14 @@ class Form final : public ISurface {
     return dynamic_cast<Kind*>(At(control));
   }
   void Tell(ControlId control, Aspect aspect);
+  bool Raise(const std::function<void()>& event) const noexcept;
   Rectangle BoundsOnForm(const Control& control) const;
 
   std::string caption_;
   std::vector<std::unique_ptr<Control>> controls_;
   IObserver* observer_ = nullptr;
   IMessageBoxes* messageBoxes_ = nullptr;
+  std::function<std::shared_ptr<void>()> hold_;
   std::int32_t windowHandle_ = 0;
   bool closed_ = false;
 };
