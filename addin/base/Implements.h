@@ -14,14 +14,18 @@ class Implements : public Interface {
   Implements(const Implements&) = delete;
   Implements& operator=(const Implements&) = delete;
 
+  /// Whether `QueryInterface` of such an object would hand out that interface.
+  static bool Offers(const HelmswayCmds::Id& interfaceId) noexcept {
+    return interfaceId == Interface::InterfaceId || interfaceId == HelmswayCmds::IObject::InterfaceId;
+  }
+
   HelmswayCmds::Result QueryInterface(const HelmswayCmds::Id& interfaceId, void** object) noexcept override {
     if (object == nullptr) return HelmswayCmds::Result::InvalidPointer;
+    if (!Offers(interfaceId)) return HelmswayCmds::Result::NoInterface;
     if (interfaceId == Interface::InterfaceId) {
       *object = static_cast<Interface*>(this);
-    } else if (interfaceId == HelmswayCmds::IObject::InterfaceId) {
-      *object = static_cast<HelmswayCmds::IObject*>(this);
     } else {
-      return HelmswayCmds::Result::NoInterface;
+      *object = static_cast<HelmswayCmds::IObject*>(this);
     }
     AddRef();
     return HelmswayCmds::Result::Ok;

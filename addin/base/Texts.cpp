@@ -9,6 +9,7 @@ HelmswayCmds::Result StringTarget::Assign(HelmswayCmds::Text text) noexcept {
 }
 
 HelmswayCmds::Result StringListTarget::Assign(const HelmswayCmds::Text* texts, std::size_t count) noexcept {
+  if (texts == nullptr && count > 0) return HelmswayCmds::Result::InvalidPointer;
   return AtBoundary([&] {
     std::vector<std::string> parts;
     parts.reserve(count);

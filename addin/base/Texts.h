@@ -11,8 +11,9 @@ namespace OrvelCalibrateS {
 
 inline HelmswayCmds::Text AsText(std::string_view text) noexcept { return {text.data(), text.size()}; }
 
+/// A text without data is empty, whatever its size says.
 inline std::string_view AsView(HelmswayCmds::Text text) noexcept {
-  return text.size == 0 ? std::string_view() : std::string_view(text.data, text.size);
+  return text.data == nullptr ? std::string_view() : std::string_view(text.data, text.size);
 }
 
 /// An out text that lands in a string. Running out of memory is a failure of the call like any other.
