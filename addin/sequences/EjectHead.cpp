@@ -25,9 +25,9 @@ void EjectHead(SequenceContext& context) {
   LoadSelectedTip(context);
   const NestSlot slot = SlotFor(records.Nest, records.Head.HeadCode);
   const Position position = ReadPosition(configuration, "", records.Nest.PositionName);
-  std::int32_t zBase = 0;
-  Put(zBase, [&] { return DepthSteps(configuration, position.LowerStage, Depth::Omitted, Depth::Omitted); });
-  const SeatHeights heights = SeatInSlot(records, zBase, slot, records.Head.EjectZOffset);
+  std::int32_t ZBase = 0;
+  Put(ZBase, [&] { return DepthSteps(configuration, position.LowerStage, Depth::Omitted, Depth::Omitted); });
+  const SeatHeights heights = SeatInSlot(records, ZBase, slot, records.Head.EjectZOffset);
 
   CommandText text;
   text += Command::Move(Axis::Z, axisZ.SafePosition);

@@ -16,14 +16,14 @@ double NestDepth(const SharedRecords& records) {
   return records.DeviceType.HasXAxis ? records.ZCalibration.NestDepth_XY_6 : records.ZCalibration.NestDepth_Y;
 }
 
-SeatHeights SeatInSlot(const SharedRecords& records, std::int32_t zBase, const NestSlot& slot, double zOffset) {
+SeatHeights SeatInSlot(const SharedRecords& records, std::int32_t ZBase, const NestSlot& slot, double zOffset) {
   const double s = records.AxisZ.MmPerStep;
   const std::int16_t m = records.AxisZ.MoveSign;
   const std::int16_t o = records.AxisZ.OffsetSign;
   const double headDepth = HeadDepthInNest(records.Head, records.ZCalibration);
 
   std::int32_t z = 0;
-  Put(z, [&] { return Rounded<std::int32_t>(zBase + WholeNumberTerm(Divide(NestDepth(records), s) * m)); });
+  Put(z, [&] { return Rounded<std::int32_t>(ZBase + WholeNumberTerm(Divide(NestDepth(records), s) * m)); });
   Put(z, [&] { return Rounded<std::int32_t>(z + WholeNumberTerm(Divide(headDepth, s) * m)); });
   Put(z, [&] { return Rounded<std::int32_t>(z + WholeNumberTerm(Multiply(slot.ZHeight, m))); });
 

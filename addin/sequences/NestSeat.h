@@ -15,8 +15,8 @@ struct SeatHeights {
   std::int32_t ZSeat = 0;
 };
 
-/// The heights at which the shared `Head` sits in a slot. `zBase` is the stage's Z position, `zOffset` what the head
+/// The heights at which the shared `Head` sits in a slot. `ZBase` is the stage's Z position, `zOffset` what the head
 /// adds to it, in Z steps, when it is collected or ejected. In skip mode: each assignment is a step of its own.
-SeatHeights SeatInSlot(const SharedRecords& records, std::int32_t zBase, const NestSlot& slot, double zOffset);
+SeatHeights SeatInSlot(const SharedRecords& records, std::int32_t ZBase, const NestSlot& slot, double zOffset);
 
 }  // namespace OrvelCalibrateS
