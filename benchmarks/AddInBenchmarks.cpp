@@ -114,7 +114,8 @@ struct Lists {
   OrvelCalibrateS::IniFiles files{[this] { return service; }, fs::path(path).parent_path().string()};
   OrvelCalibrateS::SharedRecords records;
   forms::Form form{OrvelCalibrateS::FormDesignCaption, OrvelCalibrateS::FormDesign()};
-  OrvelCalibrateS::HostChannel host{files};
+  OrvelCalibrateS::SendState sending;
+  OrvelCalibrateS::HostChannel host{files, sending};
   OrvelCalibrateS::ProgressFlags flags;
   OrvelCalibrateS::SequenceContext context{
       {files, records},

@@ -1,7 +1,10 @@
 #include "addin/device/HostChannel.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <utility>
 
+#include "addin/base/HostObjects.h"
 #include "addin/base/Texts.h"
 
 namespace OrvelCalibrateS {
@@ -9,20 +12,12 @@ namespace {
 
 constexpr HelmswayCmds::Boolean AsBoolean(bool value) { return value ? HelmswayCmds::True : HelmswayCmds::False; }
 
-/// The object, as a step that fails when it isn't set.
-template <class Interface>
-Interface& Held(const Ref<Interface>& reference) {
-  Require(static_cast<bool>(reference));
-  return *reference;
-}
-
 }  // namespace
 
 Ref<HelmswayCmds::IDeviceLink> HostChannel::DeviceLink() const {
-  Ref<HelmswayCmds::IDeviceLink> link;
-  Require(Held(ParentConnection).GetDeviceLink(link.Out()));
-  Held(link);
-  return link;
+  const auto connection = Held(ParentConnection);
+  return Given<HelmswayCmds::IDeviceLink>(
+      [&](HelmswayCmds::IDeviceLink** link) { return connection->GetDeviceLink(link); });
 }
 
 bool HostChannel::StopRequested() const {
@@ -35,26 +30,31 @@ void HostChannel::WriteStopRequested(bool value) const { Require(DeviceLink()->P
 
 void HostChannel::WriteAddInActive(bool value) const { Require(DeviceLink()->PutAddInActive(AsBoolean(value))); }
 
-void HostChannel::WriteStatus(std::string_view text) const { Require(Held(StatusPanel).PutText(AsText(text))); }
+void HostChannel::WriteStatus(std::string_view text) const { Require(Held(StatusPanel)->PutText(AsText(text))); }
 
-void HostChannel::WriteChanged(bool value) const { Require(Held(FormParent).PutChanged(AsBoolean(value))); }
+void HostChannel::WriteChanged(bool value) const { Require(Held(FormParent)->PutChanged(AsBoolean(value))); }
 
-void HostChannel::SetFocus() const { Require(Held(FormParent).SetFocus()); }
+void HostChannel::SetFocus() const { Require(Held(FormParent)->SetFocus()); }
 
 bool HostChannel::SendDeviceCommand(std::string_view line, std::string& reply) {
   reply.clear();
   Skip([&] { WriteStopRequested(false); });
   Skip([&] { WriteAddInActive(true); });
-  HelmswayCmds::Boolean ok = HelmswayCmds::False;
+  bool wentThrough = false;
   Skip([&] {
     const auto link = DeviceLink();
-    StringTarget replyTarget(reply);
-    const bool outer = std::exchange(lineUnderWay_, true);
-    const HelmswayCmds::Result result = link->SendCommand(AsText(line), replyTarget, 0, &ok);
-    lineUnderWay_ = outer;
+    HelmswayCmds::Boolean ok = HelmswayCmds::False;
+    std::string answer;
+    StringTarget answerTarget(answer);
+    const bool outer = std::exchange(sending_.LineUnderWay, true);
+    const HelmswayCmds::Result result = link->SendCommand(AsText(line), answerTarget, 0, &ok);
+    sending_.LineUnderWay = outer;
+    // Only now does what the call has written count.
     Require(result);
+    wentThrough = ok != HelmswayCmds::False;
+    reply = std::move(answer);
   });
-  return ok != HelmswayCmds::False;
+  return wentThrough;
 }
 
 bool HostChannel::SendDeviceCommand(std::string_view line) {
@@ -63,13 +63,23 @@ bool HostChannel::SendDeviceCommand(std::string_view line) {
 }
 
 bool HostChannel::RunCommandText(std::string_view text, FailureMode mode) {
+  bool stopRequested = false;
+  return RunCommandText(text, mode, stopRequested);
+}
+
+bool HostChannel::RunCommandText(std::string_view text, FailureMode mode, bool& stopRequested) {
+  stopRequested = false;
   SplitResult lines;
   Run(mode, [&] { lines = files_.SplitText("\r\n", text); });
-  for (std::int32_t i = 0; i < lines.count; ++i) {
-    bool stopRequested = false;
+  // A count beyond the pieces makes each further number a step that fails. One such round is like all of them.
+  const auto count = static_cast<std::size_t>(std::max(lines.count, 0));
+  const std::size_t rounds = std::min(count, lines.parts.size() + 1);
+  for (std::size_t i = 0; i < rounds; ++i) {
     Run(mode, [&] { stopRequested = StopRequested(); });
     if (stopRequested) continue;
-    if (!SendDeviceCommand(lines.Place(static_cast<std::size_t>(i)))) return false;
+    bool wentThrough = true;
+    Run(mode, [&] { wentThrough = SendDeviceCommand(lines.Place(i)); });
+    if (!wentThrough) return false;
   }
   return true;
 }

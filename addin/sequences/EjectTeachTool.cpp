@@ -25,26 +25,26 @@ bool OperatorAgrees(SequenceContext& context) {
 }
 
 NestType SelectedNest(const SequenceContext& context) {
-  NestType nest;
-  Put(nest, [&] { return ReadNestType(context.Configuration, SelectedItem(context.Selections.cboNestType)); });
-  return nest;
+  NestType LocalNest;
+  Put(LocalNest, [&] { return ReadNestType(context.Configuration, SelectedItem(context.Selections.cboNestType)); });
+  return LocalNest;
 }
 
 /// Where the tool sits in its slot, in Z steps. In skip mode: each assignment is a step of its own. The depth is always
 /// the teach tool's, whatever is registered as installed, and there is no last stretch.
-std::int32_t EjectHeight(const SharedRecords& records, std::int32_t zBase, const NestSlot& slot, double zOffset) {
+std::int32_t EjectHeight(const SharedRecords& records, std::int32_t ZBase, const NestSlot& slot, double zOffset) {
   const double s = records.AxisZ.MmPerStep;
   const std::int16_t m = records.AxisZ.MoveSign;
   const std::int16_t o = records.AxisZ.OffsetSign;
   const double toolDepth = records.ZCalibration.HeadDepth_TeachTool_1Ch;
 
   std::int32_t z = 0;
-  std::int32_t zEject = 0;
-  Put(z, [&] { return Rounded<std::int32_t>(zBase + WholeNumberTerm(Divide(NestDepth(records), s) * m)); });
+  std::int32_t ZEject = 0;
+  Put(z, [&] { return Rounded<std::int32_t>(ZBase + WholeNumberTerm(Divide(NestDepth(records), s) * m)); });
   Put(z, [&] { return Rounded<std::int32_t>(z + WholeNumberTerm(Multiply(slot.ZHeight, m))); });
   Put(z, [&] { return Rounded<std::int32_t>(z + WholeNumberTerm(Divide(toolDepth, s) * m)); });
-  Put(zEject, [&] { return Rounded<std::int32_t>(z + WholeNumberTerm(zOffset * o)); });
-  return zEject;
+  Put(ZEject, [&] { return Rounded<std::int32_t>(z + WholeNumberTerm(zOffset * o)); });
+  return ZEject;
 }
 
 }  // namespace
@@ -57,15 +57,15 @@ void EjectTeachTool(SequenceContext& context) {
 
   if (!OperatorAgrees(context)) return;
   LoadInstalledRecords(configuration, FailureMode::Skip);
-  const NestType nest = SelectedNest(context);
-  const Position position = ReadPosition(configuration, "", nest.PositionName);
-  const HeadType teachHead = FindTeachTool(configuration, FailureMode::Skip);
-  if (teachHead.Name.empty()) return;
+  const NestType LocalNest = SelectedNest(context);
+  const Position position = ReadPosition(configuration, "", LocalNest.PositionName);
+  const HeadType TeachHead = FindTeachTool(configuration, FailureMode::Skip);
+  if (TeachHead.Name.empty()) return;
   HomeUnlessHomed(context);
-  std::int32_t zBase = 0;
-  Put(zBase, [&] { return DepthSteps(configuration, position.LowerStage, Depth::Omitted, Depth::Omitted); });
-  const NestSlot& slot = SlotFor(nest, ShortOneChannelCode);
-  const std::int32_t zEject = EjectHeight(records, zBase, slot, teachHead.EjectZOffset);
+  std::int32_t ZBase = 0;
+  Put(ZBase, [&] { return DepthSteps(configuration, position.LowerStage, Depth::Omitted, Depth::Omitted); });
+  const NestSlot& slot = SlotFor(LocalNest, ShortOneChannelCode);
+  const std::int32_t ZEject = EjectHeight(records, ZBase, slot, TeachHead.EjectZOffset);
 
   CommandText text;
   text += Command::Move(Axis::Z, axisZ.SafePosition);
@@ -79,14 +79,15 @@ void EjectTeachTool(SequenceContext& context) {
   Skip([&] { text += Command::Move(Axis::SD_X, Add(position.SdX1, slot.OffsetX)); });
   Skip([&] { text += Command::Move(Axis::SD_Y, Add(position.SdY1, slot.OffsetY)); });
   text += Command::SetSpeed(Axis::Z, 1000);
-  text += Command::Move(Axis::Z, zEject);
-  text += Command::Move(Axis::S, teachHead.EjectSPosition);
+  text += Command::Move(Axis::Z, ZEject);
+  text += Command::Move(Axis::S, TeachHead.EjectSPosition);
   text += Command::Move(Axis::Z, axisZ.SafePosition);
   text += Command::Move(Axis::S, std::int32_t{0});
 
-  // However the run ended: only a Stop keeps the tool registered.
-  host.RunCommandText(text.Text(), FailureMode::Skip);
+  // However the run ended: only a Stop keeps the tool registered. Where the flag can't be read any more, what the run
+  // has seen of it counts.
   bool stopRequested = false;
+  host.RunCommandText(text.Text(), FailureMode::Skip, stopRequested);
   Put(stopRequested, [&] { return host.StopRequested(); });
   if (!stopRequested) Skip([&] { WriteInstalledHead(configuration.Files, NothingInstalled); });
 }

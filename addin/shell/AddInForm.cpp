@@ -1,12 +1,14 @@
 #include "addin/shell/AddInForm.h"
 
+#include <memory>
 #include <utility>
 
 #include "addin/base/Boundary.h"
-#include "addin/base/Ref.h"
-#include "addin/base/Steps.h"
+#include "addin/base/HostObjects.h"
 #include "addin/base/Texts.h"
-#include "addin/shell/Identities.h"
+#include "addin/shell/FrameObject.h"
+#include "addin/shell/Library.h"
+#include "addin/wizard/frmAddIn.h"
 
 namespace OrvelCalibrateS {
 namespace {
@@ -15,65 +17,59 @@ using HelmswayCmds::Result;
 
 constexpr std::int32_t helpContextIdOfTheForm = 9014;
 
-/// The picture box that holds every control, as an object that can be handed out and outlives the form.
-class FrameObject final : public Implements<HelmswayCmds::IObject> {
- public:
-  explicit FrameObject(std::shared_ptr<frmAddIn> form) : form_(std::move(form)) {}
+/// The object that lives while the host holds a reference to it; null otherwise.
+AddInForm* theOne = nullptr;
 
-  Result QueryInterface(const HelmswayCmds::Id& interfaceId, void** object) noexcept override {
-    if (object != nullptr && interfaceId == SurfaceInterfaceId) {
-      *object = static_cast<forms::ISurface*>(&form_->Form());
-      return Result::Ok;
-    }
-    return Implements::QueryInterface(interfaceId, object);
-  }
-
- private:
-  std::shared_ptr<frmAddIn> form_;
-  InProcessServer::LivingObject living_;
-};
-
-/// Runs an operation on a loaded form. The reference held here keeps the form alive until the operation returns, even
-/// if the host lets go of everything in the middle of it.
+/// Runs an operation on the loaded form. What is held here keeps form and library until the operation returns, even if
+/// the host lets go of everything in the middle of it.
 template <class Operation>
-Result OnForm(const std::shared_ptr<frmAddIn>& form, Operation&& operation) noexcept {
+Result OnForm(Operation&& operation) noexcept {
+  const InProcessServer::InUse running;
   return AtBoundary([&] {
-    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the copy is what keeps the form alive
-    const std::shared_ptr<frmAddIn> held = form;
-    Require(held->Loaded());
-    operation(*held);
+    const std::shared_ptr<frmAddIn> form = Library::Instance().LoadedForm();
+    Require(form != nullptr);
+    operation(*form);
   });
 }
 
-template <class Value>
-Result Give(const std::shared_ptr<frmAddIn>& form, Value* target, Value value) noexcept {
+/// Gives the host a value of the loaded form.
+template <class Value, class Source>
+Result Give(Value* target, Source&& source) noexcept {
   if (target == nullptr) return Result::InvalidPointer;
-  return OnForm(form, [&](frmAddIn&) { *target = value; });
+  return OnForm([&](frmAddIn& form) { *target = source(form); });
 }
 
 /// The status panel of a host window, found by name.
-Ref<HelmswayCmds::IStatusPanel> FindStatusPanel(const Ref<HelmswayCmds::IHostWindow>& window) {
-  Require(static_cast<bool>(window));
-  Ref<HelmswayCmds::IStatusBar> sbstatusbar;
-  Require(window->GetStatusBar(sbstatusbar.Out()));
-  Require(static_cast<bool>(sbstatusbar));
-  Ref<HelmswayCmds::IStatusPanel> panel;
-  Require(sbstatusbar->GetPanel(AsText("STATUS"), panel.Out()));
-  return panel;
+Ref<HelmswayCmds::IStatusPanel> FindStatusPanel(const Ref<HelmswayCmds::IHostWindow>& formParent) {
+  const auto window = Held(formParent);
+  const auto sbstatusbar =
+      Given<HelmswayCmds::IStatusBar>([&](HelmswayCmds::IStatusBar** bar) { return window->GetStatusBar(bar); });
+  return Given<HelmswayCmds::IStatusPanel>(
+      [&](HelmswayCmds::IStatusPanel** panel) { return sbstatusbar->GetPanel(AsText("STATUS"), panel); });
 }
 
 }  // namespace
 
+Ref<HelmswayCmds::IAddInForm> AddInForm::TheOne() {
+  if (theOne != nullptr) return Ref<HelmswayCmds::IAddInForm>(theOne);
+  theOne = new AddInForm();
+  Ref<HelmswayCmds::IAddInForm> made;
+  *made.Out() = theOne;
+  return made;
+}
+
+AddInForm::~AddInForm() { theOne = nullptr; }
+
 Result AddInForm::SaveChanges() noexcept {
-  return OnForm(form_, [](frmAddIn& form) { form.SaveChanges(); });
+  return OnForm([](frmAddIn& form) { form.SaveChanges(); });
 }
 
 Result AddInForm::LoadDefaults() noexcept {
-  return OnForm(form_, [](frmAddIn& form) { form.ResetProgressFlags(); });
+  return OnForm([](frmAddIn& form) { form.ResetProgressFlags(); });
 }
 
 Result AddInForm::PutObjectParent(HelmswayCmds::IObject* connection) noexcept {
-  return OnForm(form_, [&](frmAddIn& form) {
+  return OnForm([&](frmAddIn& form) {
     HostChannel& host = form.Host();
     if (connection == nullptr) {
       Skip([&] { host.WriteAddInActive(false); });
@@ -90,7 +86,7 @@ Result AddInForm::PutObjectParent(HelmswayCmds::IObject* connection) noexcept {
 }
 
 Result AddInForm::PutFormParent(HelmswayCmds::IObject* window) noexcept {
-  return OnForm(form_, [&](frmAddIn& form) {
+  return OnForm([&](frmAddIn& form) {
     HostChannel& host = form.Host();
     if (window == nullptr) {
       host.FormParent = {};  // the status panel stays: texts still go to it
@@ -107,19 +103,23 @@ Result AddInForm::PutFormParent(HelmswayCmds::IObject* window) noexcept {
 
 Result AddInForm::GetFrame(HelmswayCmds::IObject** frame) noexcept {
   if (frame == nullptr) return Result::InvalidPointer;
-  return OnForm(form_, [&](frmAddIn&) { *frame = new FrameObject(form_); });
+  return OnForm([&](frmAddIn& form) { *frame = FrameObject::Of(form.shared_from_this()).Detach(); });
 }
 
-Result AddInForm::GetHwnd(std::int32_t* handle) noexcept { return Give(form_, handle, form_->Form().WindowHandle()); }
+Result AddInForm::GetHwnd(std::int32_t* handle) noexcept {
+  return Give(handle, [](frmAddIn& form) { return form.Form().WindowHandle(); });
+}
 
 Result AddInForm::GetHelpContextID(std::int32_t* helpContextId) noexcept {
-  return Give(form_, helpContextId, helpContextIdOfTheForm);
+  return Give(helpContextId, [](frmAddIn&) { return helpContextIdOfTheForm; });
 }
 
 Result AddInForm::GetShowStatusBar(HelmswayCmds::Boolean* show) noexcept {
-  return Give(form_, show, HelmswayCmds::True);
+  return Give(show, [](frmAddIn&) { return HelmswayCmds::True; });
 }
 
-Result AddInForm::GetShowButtons(HelmswayCmds::Boolean* show) noexcept { return Give(form_, show, HelmswayCmds::True); }
+Result AddInForm::GetShowButtons(HelmswayCmds::Boolean* show) noexcept {
+  return Give(show, [](frmAddIn&) { return HelmswayCmds::True; });
+}
 
 }  // namespace OrvelCalibrateS

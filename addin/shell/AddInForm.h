@@ -1,19 +1,20 @@
 #pragma once
 
-#include <memory>
-#include <utility>
-
 #include "addin/base/Implements.h"
+#include "addin/base/Ref.h"
 #include "addin/contract/HelmswayCmds.h"
 #include "addin/shell/InProcessServer.h"
-#include "addin/wizard/frmAddIn.h"
 
 namespace OrvelCalibrateS {
 
-/// The form as the host sees it. Once the form has been unloaded, every operation fails.
+/// The library's one form as the host sees it. Works on the form that is loaded; every operation fails while none is.
 class AddInForm final : public Implements<HelmswayCmds::IAddInForm> {
  public:
-  explicit AddInForm(std::shared_ptr<frmAddIn> form) : form_(std::move(form)) {}
+  /// The one object: every reference to it that is held is to the same one.
+  static Ref<HelmswayCmds::IAddInForm> TheOne();
+
+  AddInForm(const AddInForm&) = delete;
+  AddInForm& operator=(const AddInForm&) = delete;
 
   HelmswayCmds::Result SaveChanges() noexcept override;
   HelmswayCmds::Result LoadDefaults() noexcept override;
@@ -26,8 +27,10 @@ class AddInForm final : public Implements<HelmswayCmds::IAddInForm> {
   HelmswayCmds::Result GetShowButtons(HelmswayCmds::Boolean* show) noexcept override;
 
  private:
-  std::shared_ptr<frmAddIn> form_;
-  InProcessServer::LivingObject living_;
+  AddInForm() = default;
+  ~AddInForm() override;
+
+  InProcessServer::InUse inUse_;
 };
 
 }  // namespace OrvelCalibrateS

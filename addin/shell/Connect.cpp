@@ -11,6 +11,7 @@ namespace OrvelCalibrateS {
 using HelmswayCmds::Result;
 
 Result Connect::Create(const HelmswayCmds::Id& interfaceId, void** object) noexcept {
+  if (!Offers(interfaceId)) return Result::NoInterface;
   Result result = Result::Failed;
   const Result made = AtBoundary([&] {
     Ref<Connect> connect;
@@ -20,9 +21,7 @@ Result Connect::Create(const HelmswayCmds::Id& interfaceId, void** object) noexc
   return made == Result::Ok ? result : made;
 }
 
-Connect::Connect() : form_(Library::Instance().LoadForm()) { *boundary_.Out() = new AddInForm(form_); }
-
-Connect::~Connect() { form_->Unload(); }
+Connect::Connect() : boundary_(AddInForm::TheOne()), load_(Library::Instance().LoadForm()) {}
 
 Result Connect::GetForm(HelmswayCmds::IAddInForm** form) noexcept {
   if (form == nullptr) return Result::InvalidPointer;
@@ -31,8 +30,13 @@ Result Connect::GetForm(HelmswayCmds::IAddInForm** form) noexcept {
 }
 
 Result Connect::GetCaption(HelmswayCmds::ITextTarget& caption) noexcept {
-  if (!form_->Loaded()) return Result::Failed;
-  return caption.Assign(AsText(form_->Form().Caption()));
+  // The target is the host's, which may let go of this object while it takes the text.
+  const InProcessServer::InUse running;
+  return AtBoundary([&] {
+    const std::shared_ptr<frmAddIn> form = load_->Form();
+    Require(form->Loaded());
+    Require(caption.Assign(AsText(form->Form().Caption())));
+  });
 }
 
 }  // namespace OrvelCalibrateS

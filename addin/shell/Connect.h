@@ -5,14 +5,15 @@
 #include "addin/base/Implements.h"
 #include "addin/base/Ref.h"
 #include "addin/contract/HelmswayCmds.h"
+#include "addin/shell/FormLoad.h"
 #include "addin/shell/InProcessServer.h"
-#include "addin/wizard/frmAddIn.h"
 
 namespace OrvelCalibrateS {
 
-/// The library's one public class. Its life is the form's: making it loads the form, its end unloads it.
+/// The library's one public class. Making the first one loads the form, the end of the last one unloads it.
 class Connect final : public Implements<HelmswayCmds::IAddIn> {
  public:
+  /// Makes nothing when the class doesn't offer the interface.
   static HelmswayCmds::Result Create(const HelmswayCmds::Id& interfaceId, void** object) noexcept;
 
   Connect(const Connect&) = delete;
@@ -23,11 +24,11 @@ class Connect final : public Implements<HelmswayCmds::IAddIn> {
 
  private:
   Connect();
-  ~Connect() override;
+  ~Connect() override = default;
 
-  std::shared_ptr<frmAddIn> form_;
+  InProcessServer::InUse inUse_;  // first, so that it goes last: the form's end calls the host
   Ref<HelmswayCmds::IAddInForm> boundary_;
-  InProcessServer::LivingObject living_;
+  std::shared_ptr<FormLoad> load_;
 };
 
 }  // namespace OrvelCalibrateS

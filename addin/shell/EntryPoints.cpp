@@ -1,6 +1,7 @@
 #include "addin/contract/Component.h"
 #include "addin/shell/Classes.h"
 #include "addin/shell/InProcessServer.h"
+#include "addin/shell/Library.h"
 #include "addin/shell/Platform.h"
 
 // The four entry points of an in-process server. They do nothing of their own.
@@ -14,7 +15,11 @@ ENTRY_POINT DllGetClassObject(const Id* classId, const Id* interfaceId, void** o
   return Server::GetClassObject(OrvelCalibrateS::ServedClasses(), classId, interfaceId, object);
 }
 
-ENTRY_POINT DllCanUnloadNow() noexcept { return Server::CanUnloadNow(); }
+ENTRY_POINT DllCanUnloadNow() noexcept {
+  // A host that asks, and may unload, is still there to take its service back.
+  if (Server::CanUnloadNow() == Result::Ok) OrvelCalibrateS::Library::LetGoOfHost();
+  return Server::CanUnloadNow();
+}
 
 ENTRY_POINT DllRegisterServer() noexcept {
   return Server::Register(OrvelCalibrateS::ServedClasses(), OrvelCalibrateS::Platform::LibraryFile());

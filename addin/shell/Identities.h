@@ -15,8 +15,9 @@ inline constexpr const char* ConnectProgramId = "OrvelCalibrateS.Connect";
 inline constexpr HelmswayCmds::Id SurfaceInterfaceId{
     0xfc592111, 0x4dec, 0x41da, {0xb3, 0xe5, 0xd8, 0x36, 0x79, 0xff, 0xb4, 0x3b}};
 
-/// The library's entry points, by name. `DllCanUnloadNow` gives `Ok` when no object of the library lives and `Failed`
-/// while one does; the other two without an out value write and remove the library's registration.
+/// The library's entry points, by name. `DllCanUnloadNow` gives `Ok` when no object of the library lives and none of
+/// its code is on the stack, else `Failed`; the other two without an out value write and remove the library's
+/// registration.
 inline constexpr const char* GetClassObjectName = "DllGetClassObject";      // GetClassObjectFunction
 inline constexpr const char* CanUnloadNowName = "DllCanUnloadNow";          // EntryPointFunction
 inline constexpr const char* RegisterServerName = "DllRegisterServer";      // EntryPointFunction

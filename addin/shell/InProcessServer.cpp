@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <fstream>
 #include <string>
+#include <system_error>
+#include <utility>
 
 #include "addin/base/Boundary.h"
 #include "addin/base/Implements.h"
@@ -17,7 +19,7 @@ namespace {
 using HelmswayCmds::Id;
 using HelmswayCmds::Result;
 
-std::uint32_t livingObjects = 0;
+std::uint32_t usesOfLibrary = 0;
 
 class ClassFactory final : public Implements<HelmswayCmds::IClassFactory> {
  public:
@@ -25,12 +27,13 @@ class ClassFactory final : public Implements<HelmswayCmds::IClassFactory> {
 
   Result CreateInstance(const Id& interfaceId, void** object) noexcept override {
     if (object == nullptr) return Result::InvalidPointer;
+    const InUse running;
     return served_.create(interfaceId, object);
   }
 
  private:
+  InUse inUse_;
   const ServedClass& served_;
-  LivingObject living_;
 };
 
 /// "{d95b74c4-2136-49ae-9fd9-69b691484557}"
@@ -47,24 +50,50 @@ std::filesystem::path RegistrationFile(const ServedClass& served) {
   return Platform::RegistrationFolder() / (std::string(served.programId) + ".addin");
 }
 
+/// A file that is removed again unless it has got its final name.
+class Draft {
+ public:
+  explicit Draft(std::filesystem::path path) : path_(std::move(path)), out_(path_, std::ios::binary | std::ios::trunc) {
+    Require(out_.is_open());
+  }
+  Draft(const Draft&) = delete;
+  Draft& operator=(const Draft&) = delete;
+  ~Draft() {
+    std::error_code ignored;  // what can't be removed stays: there is nothing else to do about it
+    if (!placed_) std::filesystem::remove(path_, ignored);
+  }
+
+  std::ostream& Out() { return out_; }
+
+  void PlaceAs(const std::filesystem::path& file) {
+    out_.close();
+    Require(out_.good());
+    std::filesystem::rename(path_, file);
+    placed_ = true;
+  }
+
+ private:
+  std::filesystem::path path_;
+  std::ofstream out_;
+  bool placed_ = false;
+};
+
 /// Through a file beside it, so that a host that looks never sees half a registration.
 void WriteRegistration(const ServedClass& served, const std::filesystem::path& library) {
   const std::filesystem::path file = RegistrationFile(served);
-  const std::filesystem::path draft = file.string() + ".new";
-  std::ofstream out(draft, std::ios::binary | std::ios::trunc);
-  out << "[Add-in]\n"
-      << "ProgramId=" << served.programId << "\n"
-      << "ClassId=" << Braced(served.classId) << "\n"
-      << "Library=" << library.string() << "\n";
-  out.close();
-  Require(out.good());
-  std::filesystem::rename(draft, file);
+  std::filesystem::create_directories(file.parent_path());
+  Draft draft(file.string() + ".new");
+  draft.Out() << "[Add-in]\n"
+              << "ProgramId=" << served.programId << "\n"
+              << "ClassId=" << Braced(served.classId) << "\n"
+              << "Library=" << library.string() << "\n";
+  draft.PlaceAs(file);
 }
 
 }  // namespace
 
-LivingObject::LivingObject() noexcept { ++livingObjects; }
-LivingObject::~LivingObject() { --livingObjects; }
+InUse::InUse() noexcept { ++usesOfLibrary; }
+InUse::~InUse() { --usesOfLibrary; }
 
 Result GetClassObject(std::span<const ServedClass> classes, const Id* classId, const Id* interfaceId,
                       void** object) noexcept {
@@ -82,11 +111,13 @@ Result GetClassObject(std::span<const ServedClass> classes, const Id* classId, c
   return Result::ClassNotAvailable;
 }
 
-Result CanUnloadNow() noexcept { return livingObjects == 0 ? Result::Ok : Result::Failed; }
+Result CanUnloadNow() noexcept { return usesOfLibrary == 0 ? Result::Ok : Result::Failed; }
 
 Result Register(std::span<const ServedClass> classes, const std::filesystem::path& library) noexcept {
   return AtBoundary([&] {
-    Require(!library.empty());
+    Require(std::filesystem::is_regular_file(library));
+    // A line end in the path would end its line of the file.
+    Require(library.string().find_first_of("\r\n") == std::string::npos);
     for (const ServedClass& served : classes) WriteRegistration(served, library);
   });
 }

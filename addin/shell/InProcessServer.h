@@ -18,22 +18,24 @@ struct ServedClass {
   HelmswayCmds::Result (*create)(const HelmswayCmds::Id& interfaceId, void** object);
 };
 
-/// Held as a member by every object that keeps the library in memory.
-class LivingObject {
+/// Held by what keeps the library in memory: as its first member by every object that the host can hold, and as its
+/// first local by every operation that calls the host, which may ask from there.
+class InUse {
  public:
-  LivingObject() noexcept;
-  LivingObject(const LivingObject&) = delete;
-  LivingObject& operator=(const LivingObject&) = delete;
-  ~LivingObject();
+  InUse() noexcept;
+  InUse(const InUse&) = delete;
+  InUse& operator=(const InUse&) = delete;
+  ~InUse();
 };
 
 HelmswayCmds::Result GetClassObject(std::span<const ServedClass> classes, const HelmswayCmds::Id* classId,
                                     const HelmswayCmds::Id* interfaceId, void** object) noexcept;
 
-/// `Ok` when no object lives, else `Failed`.
+/// `Ok` when no object lives and no operation is on the stack, else `Failed`.
 HelmswayCmds::Result CanUnloadNow() noexcept;
 
-/// Writes, or removes, one file for each class: "<program id>.addin" with the class and the library's path.
+/// Writes, or removes, one file for each class: "<program id>.addin" with the class and the library's path. A failed
+/// `Register` leaves a file as it was. It fails, too, when the library isn't there (any more).
 HelmswayCmds::Result Register(std::span<const ServedClass> classes, const std::filesystem::path& library) noexcept;
 HelmswayCmds::Result Unregister(std::span<const ServedClass> classes) noexcept;
 

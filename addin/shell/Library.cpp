@@ -1,6 +1,8 @@
 #include "addin/shell/Library.h"
 
+#include "addin/base/HostObjects.h"
 #include "addin/contract/HelmswayCmds.h"
+#include "addin/shell/InProcessServer.h"
 #include "addin/shell/Platform.h"
 
 namespace OrvelCalibrateS {
@@ -13,36 +15,72 @@ Ref<HelmswayCmds::IIniService> MakeIniService() {
   Ref<IIniService> service;
   const HelmswayCmds::GetClassObjectFunction getClassObject = Platform::HostClassObjectFunction();
   if (getClassObject == nullptr) return service;
-  void* found = nullptr;
-  if (getClassObject(&IIniService::ClassId, &IClassFactory::InterfaceId, &found) != HelmswayCmds::Result::Ok) {
-    return service;
-  }
-  Ref<IClassFactory> factory;
-  *factory.Out() = static_cast<IClassFactory*>(found);
-  if (factory->CreateInstance(IIniService::InterfaceId, &found) == HelmswayCmds::Result::Ok) {
-    *service.Out() = static_cast<IIniService*>(found);
-  }
+  Put(service, [&] {
+    const auto factory = GivenById<IClassFactory>([&](const HelmswayCmds::Id& interfaceId, void** object) {
+      return getClassObject(&IIniService::ClassId, &interfaceId, object);
+    });
+    return GivenById<IIniService>([&](const HelmswayCmds::Id& interfaceId, void** object) {
+      return factory->CreateInstance(interfaceId, object);
+    });
+  });
   return service;
 }
 
 }  // namespace
 
+/// Ends the one object when the library goes.
+struct LibraryOwner {
+  LibraryOwner() = default;
+  LibraryOwner(const LibraryOwner&) = delete;
+  LibraryOwner& operator=(const LibraryOwner&) = delete;
+  ~LibraryOwner() {
+    if (InProcessServer::CanUnloadNow() == HelmswayCmds::Result::Ok) delete library;
+  }
+
+  Library* library = nullptr;
+};
+
+namespace {
+
+LibraryOwner owner;
+
+}  // namespace
+
 Library& Library::Instance() {
-  static Library library;
-  return library;
+  if (owner.library == nullptr) owner.library = new Library();
+  return *owner.library;
 }
 
-Library::Library() : files_([this] { return Service(); }, Platform::LibraryFile().parent_path().string()) {}
+void Library::LetGoOfHost() noexcept {
+  if (owner.library == nullptr) return;
+  const InProcessServer::InUse running;  // the service's end is the host's code, which may ask again
+  const Ref<HelmswayCmds::IIniService> service = std::move(owner.library->service_);
+}
 
-std::shared_ptr<frmAddIn> Library::LoadForm() {
-  if (auto form = form_.lock(); form && form->Loaded()) return form;
-  auto form = frmAddIn::Load(files_, records_);
-  form_ = form;
-  return form;
+Library::Library() : files_([this] { return Service(); }, Platform::AddInFolder()) {}
+
+Library::~Library() { static_cast<void>(service_.Detach()); }
+
+std::shared_ptr<FormLoad> Library::LoadForm() {
+  if (auto load = load_.lock(); load && load->Form()->Loaded()) return load;
+  auto load = std::make_shared<FormLoad>(files_, records_, sending_);
+  // Known before it reads the language: the host is called there, and may ask for the form.
+  load_ = load;
+  load->Form()->Form_Load();
+  return load;
+}
+
+std::shared_ptr<frmAddIn> Library::LoadedForm() const {
+  const auto load = load_.lock();
+  return load && load->Form()->Loaded() ? load->Form() : nullptr;
 }
 
 Ref<HelmswayCmds::IIniService> Library::Service() {
-  if (!service_) service_ = MakeIniService();
+  if (!service_) {
+    auto made = MakeIniService();
+    // Making it is the host's code, in which another use may have made one.
+    if (!service_) service_ = std::move(made);
+  }
   return service_;
 }
 

@@ -5,31 +5,45 @@
 #include "addin/base/Ref.h"
 #include "addin/config/IniFiles.h"
 #include "addin/config/SharedRecords.h"
-#include "addin/wizard/frmAddIn.h"
+#include "addin/device/HostChannel.h"
+#include "addin/shell/FormLoad.h"
 
 namespace OrvelCalibrateS {
 
-/// What lives as long as the library: the shared records, the host's `IniService`, and the one form.
+/// What lives as long as the library: the shared records, the host's `IniService`, the one form, and whether a line is
+/// under way.
 class Library {
  public:
+  /// Made at first use. It ends when the library is unloaded; at the end of a process that still holds objects of the
+  /// library it stays, so that those can be released whenever that happens.
   static Library& Instance();
+
+  /// Lets go of the host's `IniService`, which the next use makes again. For a host that is about to unload the
+  /// library. Otherwise the reference is dropped without a call: at the end of the process the host may be gone
+  /// already.
+  static void LetGoOfHost() noexcept;
 
   Library(const Library&) = delete;
   Library& operator=(const Library&) = delete;
 
-  /// The form that is loaded, loading one if there is none.
-  std::shared_ptr<frmAddIn> LoadForm();
+  /// The load of the form that is under way, or a new one when no form is loaded.
+  std::shared_ptr<FormLoad> LoadForm();
+  /// The form while it is loaded; null otherwise.
+  std::shared_ptr<frmAddIn> LoadedForm() const;
 
  private:
+  friend struct LibraryOwner;
+
   Library();
-  ~Library() = default;
+  ~Library();
 
   Ref<HelmswayCmds::IIniService> Service();
 
   Ref<HelmswayCmds::IIniService> service_;
   IniFiles files_;
   SharedRecords records_;
-  std::weak_ptr<frmAddIn> form_;
+  SendState sending_;
+  std::weak_ptr<FormLoad> load_;
 };
 
 }  // namespace OrvelCalibrateS

@@ -3,38 +3,54 @@
 #include <dlfcn.h>
 
 #include <cstdlib>
+#include <exception>
 
+#include "addin/base/Steps.h"
 #include "addin/contract/HelmswayCmds.h"
 
 namespace OrvelCalibrateS::Platform {
 namespace {
 
-std::filesystem::path UserDataFolder() {
-  const char* const dataHome = std::getenv("XDG_DATA_HOME");
-  if (dataHome != nullptr && *dataHome != '\0') return dataHome;
-  const char* const home = std::getenv("HOME");
-  return std::filesystem::path(home == nullptr ? "/" : home) / ".local" / "share";
+std::filesystem::path PathIn(const char* variable) {
+  const char* const value = std::getenv(variable);
+  return value == nullptr ? std::filesystem::path() : std::filesystem::path(value);
 }
+
+std::filesystem::path UserDataFolder() {
+  // A relative path in that variable is to be ignored, by the rules that it comes from.
+  if (auto dataHome = PathIn("XDG_DATA_HOME"); dataHome.is_absolute()) return dataHome;
+  const std::filesystem::path home = PathIn("HOME");
+  Require(home.is_absolute());
+  return home / ".local" / "share";
+}
+
+std::filesystem::path FindLibraryFile() noexcept {
+  try {
+    Dl_info info{};
+    // Any address inside the library will do.
+    static const char inside = 0;
+    if (dladdr(&inside, &info) == 0 || info.dli_fname == nullptr) return {};
+    return std::filesystem::absolute(info.dli_fname);
+  } catch (const std::exception&) {
+    return {};
+  }
+}
+
+/// Looked up while the library is loaded, since the runtime reports the path as the host gave it, which may be
+/// relative.
+const std::filesystem::path libraryFile = FindLibraryFile();
 
 }  // namespace
 
-std::filesystem::path LibraryFile() {
-  Dl_info info{};
-  // Any address inside the library will do.
-  static const char inside = 0;
-  if (dladdr(&inside, &info) == 0 || info.dli_fname == nullptr) return {};
-  return std::filesystem::absolute(info.dli_fname);
-}
+const std::filesystem::path& LibraryFile() noexcept { return libraryFile; }
+
+std::string AddInFolder() { return libraryFile.parent_path().string(); }
 
 HelmswayCmds::GetClassObjectFunction HostClassObjectFunction() {
   void* const symbol = dlsym(RTLD_DEFAULT, HelmswayCmds::HostClassObjectFunctionName);
   return reinterpret_cast<HelmswayCmds::GetClassObjectFunction>(symbol);
 }
 
-std::filesystem::path RegistrationFolder() {
-  std::filesystem::path folder = UserDataFolder() / "helmsway" / "add-ins";
-  std::filesystem::create_directories(folder);
-  return folder;
-}
+std::filesystem::path RegistrationFolder() { return UserDataFolder() / "helmsway" / "add-ins"; }
 
 }  // namespace OrvelCalibrateS::Platform

@@ -26,19 +26,41 @@ constexpr bool IsStopButton(std::int16_t index) { return index == 1 || index == 
 
 constexpr std::int16_t captionKey = 101;
 
+/// A message box whose text is always the same.
+struct Message {
+  std::string_view title;
+  std::string_view text;
+  forms::MessageButtons buttons;
+  forms::MessageIcon icon;
+};
+
+constexpr Message ReferencePointHint{"Calibrate S Axis Reference Point",
+                                     "To determine the S Axis reference point, click the Up and Down buttons\r\n"
+                                     "to move the upper part of the teach tool until the lower edge\r\n"
+                                     "completely covers the silver indication ring beneath it.",
+                                     forms::MessageButtons::Ok, forms::MessageIcon::None};
+
+constexpr Message VerifyQuestion{"Calibrate Syringe Axis",
+                                 "Please visually check the teach tool calibration position to ensure that\r\n"
+                                 "the lower edge of the upper part of the teach tool \r\n"
+                                 "completely covers the silver indication ring beneath it.\r\n"
+                                 "\r\n"
+                                 "Is the calibration position correct?",
+                                 forms::MessageButtons::YesNo, forms::MessageIcon::None};
+
 }  // namespace
 
-std::shared_ptr<frmAddIn> frmAddIn::Load(const IniFiles& files, SharedRecords& records) {
+std::shared_ptr<frmAddIn> frmAddIn::Make(const IniFiles& files, SharedRecords& records, SendState& sending) {
   // Not make_shared: the constructor is the class's own.
-  std::shared_ptr<frmAddIn> form(new frmAddIn(files, records));
-  form->Form_Load();
+  std::shared_ptr<frmAddIn> form(new frmAddIn(files, records, sending));
+  form->ConnectHandlers();
   return form;
 }
 
-frmAddIn::frmAddIn(const IniFiles& files, SharedRecords& records)
+frmAddIn::frmAddIn(const IniFiles& files, SharedRecords& records, SendState& sending)
     : files_(files),
       form_(FormDesignCaption, FormDesign()),
-      host_(files),
+      host_(files, sending),
       context_{{files, records},
                host_,
                {form_.Get<forms::ComboBox>("cboCollectStep"), form_.Get<forms::ComboBox>("cboNestType"),
@@ -49,7 +71,6 @@ frmAddIn::frmAddIn(const IniFiles& files, SharedRecords& records)
                form_} {}
 
 void frmAddIn::Form_Load() {
-  ConnectHandlers();
   ApplyLanguage(form_, files_);
   form_.SetCaption(LanguageText(captionKey, files_));
 }
@@ -186,23 +207,14 @@ bool frmAddIn::VerifyCalibratedPosition() {
   host_.SendDeviceCommand(Command::HomeS());
   JogSAxis(context_, 0);
   const forms::MessageAnswer answer =
-      form_.ShowMessage("Calibrate Syringe Axis",
-                        "Please visually check the teach tool calibration position to ensure that\r\n"
-                        "the lower edge of the upper part of the teach tool \r\n"
-                        "completely covers the silver indication ring beneath it.\r\n"
-                        "\r\n"
-                        "Is the calibration position correct?",
-                        forms::MessageButtons::YesNo, forms::MessageIcon::None);
+      form_.ShowMessage(VerifyQuestion.title, VerifyQuestion.text, VerifyQuestion.buttons, VerifyQuestion.icon);
   host_.WriteStatus("");
   return answer == forms::MessageAnswer::Yes;
 }
 
 void frmAddIn::ShowReferencePointHint() {
-  form_.ShowMessage("Calibrate S Axis Reference Point",
-                    "To determine the S Axis reference point, click the Up and Down buttons\r\n"
-                    "to move the upper part of the teach tool until the lower edge\r\n"
-                    "completely covers the silver indication ring beneath it.",
-                    forms::MessageButtons::Ok, forms::MessageIcon::None);
+  form_.ShowMessage(ReferencePointHint.title, ReferencePointHint.text, ReferencePointHint.buttons,
+                    ReferencePointHint.icon);
 }
 
 void frmAddIn::RequestStop() { host_.WriteStopRequested(true); }

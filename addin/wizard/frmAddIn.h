@@ -15,13 +15,15 @@ namespace OrvelCalibrateS {
 /// A handler keeps the object alive until it returns, so that the host may end the form in the middle of a command.
 class frmAddIn : public std::enable_shared_from_this<frmAddIn> {
  public:
-  /// Makes the form and runs Form_Load. `files` and `records` must outlive it.
-  static std::shared_ptr<frmAddIn> Load(const IniFiles& files, SharedRecords& records);
+  /// Makes the form, as designed. `files`, `records` and `sending` must outlive it.
+  static std::shared_ptr<frmAddIn> Make(const IniFiles& files, SharedRecords& records, SendState& sending);
 
   frmAddIn(const frmAddIn&) = delete;
   frmAddIn& operator=(const frmAddIn&) = delete;
   ~frmAddIn() = default;
 
+  /// Applies the captions of the machine's language.
+  void Form_Load();
   /// Runs Form_Unload: tells the instrument that the add-in is gone, drops the host's objects and closes the form.
   /// Does nothing for a form that has been unloaded.
   void Unload();
@@ -43,9 +45,8 @@ class frmAddIn : public std::enable_shared_from_this<frmAddIn> {
  private:
   friend struct WizardFlow;
 
-  frmAddIn(const IniFiles& files, SharedRecords& records);
+  frmAddIn(const IniFiles& files, SharedRecords& records, SendState& sending);
 
-  void Form_Load();
   void ConnectHandlers();
 
   void chkStageEmpty_Click();

@@ -25,11 +25,38 @@ struct CountingConnection final : FakeHost::Object<HelmswayCmds::IParentConnecti
   std::set<int> Failing;
 };
 
+/// A link that fails in a way that the contract forbids, with out values written, or hands out nothing and says Ok.
+struct LyingConnection final : FakeHost::Object<HelmswayCmds::IParentConnection> {
+  struct Link final : FakeHost::Object<HelmswayCmds::IDeviceLink> {
+    using Object::Object;
+    Result SendCommand(HelmswayCmds::Text, HelmswayCmds::ITextTarget& reply, std::int32_t,
+                       Boolean* ok) noexcept override {
+      *ok = HelmswayCmds::True;
+      reply.Assign(AsText("SLIDER CLOSED"));
+      return Result::Failed;
+    }
+    Result GetStopRequested(Boolean* value) noexcept override {
+      *value = HelmswayCmds::True;
+      return Result::Failed;
+    }
+    Result PutStopRequested(Boolean) noexcept override { return Result::Ok; }
+    Result PutAddInActive(Boolean) noexcept override { return Result::Ok; }
+  };
+
+  using Object::Object;
+  Result GetDeviceLink(HelmswayCmds::IDeviceLink** link) noexcept override {
+    *link = HandsOutNothing ? nullptr : new Link(Host);
+    return Result::Ok;
+  }
+  bool HandsOutNothing = false;
+};
+
 struct Channel {
   FakeFiles Files;
   FakeHost Host;
   CountingConnection* Connection = new CountingConnection(Host);
-  HostChannel Tested{Files.Files};
+  SendState Sending;
+  HostChannel Tested{Files.Files, Sending};
 
   explicit Channel(std::set<int> failingFetches = {}) {
     Connection->Failing = std::move(failingFetches);
@@ -66,6 +93,20 @@ TEST(SendDeviceCommand, AStepThatFailsCostsThatStepOnly) {
     Channel channel(failingFetches);
     EXPECT_EQ(channel.Tested.SendDeviceCommand("REV"), result);
     EXPECT_EQ(channel.Host.Log, log);
+  }
+}
+
+TEST(SendDeviceCommand, WhatAFailingCallHasWrittenDoesNotCount) {
+  for (const bool handsOutNothing : {false, true}) {
+    Channel channel;
+    auto* const connection = new LyingConnection(channel.Host);
+    connection->HandsOutNothing = handsOutNothing;
+    channel.Tested.ParentConnection = Adopt<HelmswayCmds::IParentConnection>(connection);
+    std::string reply = "an earlier reply";
+    EXPECT_FALSE(channel.Tested.SendDeviceCommand("STATUS SLIDER", reply));
+    EXPECT_EQ(reply, "");
+    EXPECT_THROW(channel.Tested.StopRequested(), StepFailed);
+    EXPECT_FALSE(channel.Tested.RunCommandText("A\r\nB\r\n", FailureMode::Skip)) << "no Stop has been read";
   }
 }
 
@@ -110,6 +151,38 @@ TEST(RunCommandText, AFailingStepEndsItInPassUpModeAndIsPassedOverInSkipMode) {
   EXPECT_EQ(unsplit.Host.Sent(), Lines{});
 }
 
+TEST(RunCommandText, AStopThatHasBeenReadHoldsWhereTheNextReadFails) {
+  // Fetches 1 to 4 are those of the first line, 5 is the read that finds the Stop, 6 and 7 are those that fail.
+  Channel channel({6, 7});
+  channel.Host.Meanwhile["A"] = [&] { channel.Host.StopRequested = true; };
+  bool stopRequested = false;
+  EXPECT_TRUE(channel.Tested.RunCommandText("A\r\nB\r\nC\r\nD\r\n", FailureMode::Skip, stopRequested));
+  EXPECT_EQ(channel.Host.Sent(), Lines{"A"});
+  EXPECT_TRUE(stopRequested);
+  EXPECT_TRUE(channel.Host.StopRequested) << "no send has taken the Stop back";
+  channel.Host.StopRequested = false;
+  EXPECT_TRUE(channel.Tested.RunCommandText("E\r\n", FailureMode::Skip, stopRequested));
+  EXPECT_EQ(channel.Host.Sent(), (Lines{"A", "E"})) << "the next run starts without";
+  EXPECT_FALSE(stopRequested);
+}
+
+TEST(RunCommandText, ACountBeyondThePiecesIsAFailedStepForEachMissingLine) {
+  for (const std::int32_t excess : {1, 2, 2'000'000'000}) {
+    Channel skip;
+    skip.Files.Service->ExcessCount = excess;
+    EXPECT_TRUE(skip.Tested.RunCommandText("A\r\nB", FailureMode::Skip));
+    EXPECT_EQ(skip.Host.Sent(), (Lines{"A", "B"}));
+    Channel passUp;
+    passUp.Files.Service->ExcessCount = excess;
+    EXPECT_THROW(passUp.Tested.RunCommandText("A\r\nB", FailureMode::PassUp), StepFailed);
+    EXPECT_EQ(passUp.Host.Sent(), (Lines{"A", "B"}));
+    Channel stopped;
+    stopped.Files.Service->ExcessCount = excess;
+    stopped.Host.StopRequested = true;
+    EXPECT_TRUE(stopped.Tested.RunCommandText("A\r\nB", FailureMode::PassUp)) << "a skipped line isn't missed";
+  }
+}
+
 TEST(HostChannel, ALineIsUnderWayOnlyWhileItIsBeingSent) {
   Channel channel;
   std::vector<bool> seen;
@@ -124,6 +197,9 @@ TEST(HostChannel, ALineIsUnderWayOnlyWhileItIsBeingSent) {
   channel.Tested.SendDeviceCommand("OUTER");
   look();
   EXPECT_EQ(seen, (std::vector<bool>{false, true, true, false}));
+  HostChannel ofTheNextForm{channel.Files.Files, channel.Sending};
+  channel.Host.Meanwhile["OUTER"] = [&] { EXPECT_TRUE(ofTheNextForm.LineUnderWay()); };
+  channel.Tested.SendDeviceCommand("OUTER");
 }
 
 }  // namespace

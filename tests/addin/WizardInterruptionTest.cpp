@@ -5,6 +5,18 @@
 namespace OrvelCalibrateS::Testing {
 namespace {
 
+/// A connection whose link can be had for so many more times.
+struct LastingStop final : FakeHost::Object<HelmswayCmds::IParentConnection> {
+  using Object::Object;
+  Result GetDeviceLink(HelmswayCmds::IDeviceLink** link) noexcept override {
+    if (ReadsLeft == 0) return Result::Failed;
+    if (ReadsLeft > 0) --ReadsLeft;
+    *link = new FakeHost::DeviceLink(Host);
+    return Result::Ok;
+  }
+  int ReadsLeft = -1;  ///< negative for no end
+};
+
 TEST(WizardInterruption, AStopWithNothingRunningIsTakenBackByTheNextPress) {
   Wizard wizard;
   wizard.ToMainPage();
@@ -110,6 +122,32 @@ TEST(WizardInterruption, TheHostMayEndTheFormInTheMiddleOfACommand) {
     EXPECT_EQ(wizard.Transcript(), "active False\nsent " + std::string(line) + "\n");
     EXPECT_EQ(wizard.Ini().Writes, Lines{});
   }
+}
+
+TEST(WizardInterruption, AnAnswerToABoxOfAFormThatHasGoneMeanwhileChangesNothing) {
+  Wizard wizard;
+  wizard.ToMainPage();
+  wizard.Boxes.Answers = {forms::MessageAnswer::Ok};
+  wizard.Boxes.Meanwhile = [&] { wizard.Form->Unload(); };
+  wizard.Form->SaveChanges();
+  EXPECT_EQ(wizard.Transcript(), "message Save S Axis Positions\nactive False\n");
+  EXPECT_EQ(wizard.Ini().Writes, Lines{});
+}
+
+TEST(WizardInterruption, AStopThatEndedTheEjectionKeepsTheToolRegisteredEvenIfTheFlagCannotBeReadAgain) {
+  Wizard wizard;
+  wizard.ToMainPage();
+  wizard.Boxes.Answers = {forms::MessageAnswer::Ok};
+  // The link goes where the run has read the Stop for its last line, before the sequence looks again.
+  auto* const connection = new LastingStop(wizard.Host);
+  wizard.Form->Host().ParentConnection = Adopt<HelmswayCmds::IParentConnection>(connection);
+  wizard.Host.Meanwhile["SET_SPEED Z 1000"] = [&] {
+    wizard.Host.StopRequested = true;
+    connection->ReadsLeft = 4;  // one for each of the lines that are skipped
+  };
+  wizard.Press(14);
+  EXPECT_EQ(wizard.Host.Sent().back(), "SET_SPEED Z 1000");
+  EXPECT_EQ(wizard.Ini().Writes, Lines{});
 }
 
 }  // namespace

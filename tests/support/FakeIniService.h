@@ -22,8 +22,9 @@ class FakeIniService final : public Implements<HelmswayCmds::IIniService> {
   bool ReadsFail = false;
   bool WritesFail = false;
   bool SplitsFail = false;
-  Lines Reads;   ///< "Section/Key", in order
-  Lines Writes;  ///< "Section/Key=value", in order
+  std::int32_t ExcessCount = 0;  ///< what `SplitText` counts beyond the pieces that it gives
+  Lines Reads;                   ///< "Section/Key", in order
+  Lines Writes;                  ///< "Section/Key=value", in order
 
   /// Sets keys of Marivane.ini.
   void Set(std::string_view section, const std::vector<std::pair<std::string_view, std::string_view>>& values) {
@@ -60,7 +61,7 @@ class FakeIniService final : public Implements<HelmswayCmds::IIniService> {
       rest.remove_prefix(at + mark.size());
     }
     pieces.push_back(AsText(rest));
-    *count = static_cast<std::int32_t>(pieces.size()) - (rest.empty() ? 1 : 0);
+    *count = static_cast<std::int32_t>(pieces.size()) - (rest.empty() ? 1 : 0) + ExcessCount;
     return parts.Assign(pieces.data(), pieces.size());
   }
 

@@ -66,6 +66,7 @@ struct Wizard {
   FakeFiles Files;
   FakeHost Host;
   SharedRecords Records;
+  SendState Sending;
   QueuedMessageBoxes Boxes{Host};
   std::shared_ptr<frmAddIn> Form;
 
@@ -104,7 +105,8 @@ struct Wizard {
 
   /// Loads the form anew and hands it the host, as at the add-in's start.
   void Load() {
-    Form = frmAddIn::Load(Files.Files, Records);
+    Form = frmAddIn::Make(Files.Files, Records, Sending);
+    Form->Form_Load();
     Form->Host().ParentConnection = Adopt<HelmswayCmds::IParentConnection>(new FakeHost::Connection(Host));
     Form->Host().FormParent = Adopt<HelmswayCmds::IHostWindow>(new FakeHost::Window(Host));
     Form->Host().StatusPanel = Adopt<HelmswayCmds::IStatusPanel>(new FakeHost::StatusPanel(Host));

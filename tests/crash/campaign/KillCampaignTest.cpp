@@ -46,7 +46,8 @@ class Saver {
   Saver(const std::string& folder, int sValue) : files_([this] { return service_; }, folder) {
     records_.AxisS.MmPerStep = 0.05F;
     records_.AxisS.MoveSign = 1;
-    wizard_ = frmAddIn::Load(files_, records_);
+    wizard_ = frmAddIn::Make(files_, records_, sending_);
+    wizard_->Form_Load();
     wizard_->Form().SetMessageBoxes(&boxes_);
     wizard_->Form().Get<forms::TextBox>("txtCurrentCollect").SetText(std::to_string(sValue));
     boxes_.Answers = {forms::MessageAnswer::Ok};
@@ -58,6 +59,7 @@ class Saver {
   Ref<HelmswayCmds::IIniService> service_ = Adopt<HelmswayCmds::IIniService>(new ConfigurationService);
   IniFiles files_;
   SharedRecords records_;
+  SendState sending_;
   Testing::FakeHost host_;
   Testing::QueuedMessageBoxes boxes_{host_};
   std::shared_ptr<frmAddIn> wizard_;
