@@ -27,7 +27,6 @@ namespace Helmsway {
 namespace {
 
 using HelmswayCmds::Result;
-using OrvelCalibrateS::AsText;
 using OrvelCalibrateS::AsView;
 using OrvelCalibrateS::Ref;
 using OrvelCalibrateS::Testing::Adopt;
@@ -117,6 +116,8 @@ class HostileHost : public testing::Test {
     HostClasses::ServeIniService(Adopt<HelmswayCmds::IIniService>(new EventfulService(onFile)));
     library.emplace(file);
   }
+  HostileHost(const HostileHost&) = delete;
+  HostileHost& operator=(const HostileHost&) = delete;
   ~HostileHost() override {
     session.reset();
     library.reset();
@@ -356,6 +357,9 @@ struct OwnCopy {
 
 /// Variables of the environment for the length of a test.
 struct Environment {
+  Environment() = default;
+  Environment(const Environment&) = delete;
+  Environment& operator=(const Environment&) = delete;
   ~Environment() {
     unsetenv("XDG_DATA_HOME");
     if (home) setenv("HOME", home->c_str(), 1);
