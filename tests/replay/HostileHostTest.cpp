@@ -111,13 +111,15 @@ struct Window final : FakeHost::Object<HelmswayCmds::IHostWindow> {
 };
 
 class HostileHost : public testing::Test {
+ public:
+  HostileHost(const HostileHost&) = delete;
+  HostileHost& operator=(const HostileHost&) = delete;
+
  protected:
   HostileHost() {
     HostClasses::ServeIniService(Adopt<HelmswayCmds::IIniService>(new EventfulService(onFile)));
     library.emplace(file);
   }
-  HostileHost(const HostileHost&) = delete;
-  HostileHost& operator=(const HostileHost&) = delete;
   ~HostileHost() override {
     session.reset();
     library.reset();
