@@ -55,14 +55,9 @@ TEST(HomeAll, TheButtonCountsAsHomedHoweverItEnds) {
       {"no status panel: it ends at its first step", NoStatusPanel, taken},
       {"the file can't be read: it ends at the Z calibration", ReadsFail, taken + "status Home all\n"},
       {"nothing can be split: it ends at the command text", SplitsFail, taken + homeTexts},
+      {"nor that text alone", CommandTextsFail, taken + homeTexts},
   });
   // clang-format on
-}
-
-void EndlessHeads(Wizard& wizard) {
-  for (int number = 1; number <= 32767; ++number) {
-    wizard.Ini().Marivane[{"HEADTYPE", "ITEM" + std::to_string(number)}] = "A,,,,,,,,,,,,,,,,";
-  }
 }
 
 TEST(MoveToCalibrationLocation, AStopOrARefusalCutsItAndTheFirstFailingStepEndsItTogetherWithTheHoming) {
@@ -94,6 +89,7 @@ TEST(MoveToCalibrationLocation, AStopOrARefusalCutsItAndTheFirstFailingStepEndsI
       {"the file can't be read, homed", Both(Homed, ReadsFail), pressed + slider + Span(way, 0, 5) + cleared},
       {"the link is down", LinkDown, hint + homeTexts, false},
       {"the link is down, homed", Both(Homed, LinkDown), hint + moving},
+      {"its text can't be taken apart, homed", Both(Homed, CommandTextsFail), pressed + slider},
       {"the link goes down during the homing, which still runs out", linkLost, pressed + homing + cleared + moving},
       {"a head list without an end overruns the counter: nothing is sent", Both(Homed, EndlessHeads), pressed + slider},
   });

@@ -81,6 +81,9 @@ TEST(HeadTypeTest, ASerialDiluteKeyThatCannotBeUsedCostsItsOwnFieldOnly) {
                              {"SDRFIDReadHeightMM", ""},
                              {"SDHeadEjectOffsetMM", "0.015"}});
   EXPECT_EQ(SerialDiluteSteps(heads.Read("")), (Steps{123, 0, 3, 0, 2}));
+  heads.Ini.Set("HeadType", {{"SDTeachToolOffsetMM", "1e307"}, {"SDHeadEjectOffsetMM", "1e99"}});
+  EXPECT_EQ(SerialDiluteSteps(heads.Read("")).front(), 0) << "1e309 steps are no number";
+  EXPECT_GT(SerialDiluteSteps(heads.Read("")).back(), 1e100) << "the field isn't limited to 32 bits";
   heads.Records.AxisS.MmPerStep = 0;
   EXPECT_EQ(SerialDiluteSteps(heads.Read("")), (Steps{0, 0, 3, 0, 0})) << "no step length";
 }
@@ -103,6 +106,15 @@ TEST(HeadTypeTest, AHostThatFailsLeavesABlankRecord) {
   EXPECT_EQ(SerialDiluteSteps(heads.Read("\"A\",MICROTITER")), all) << "a line without places has no place 16";
   heads.Ini.ReadsFail = true;
   EXPECT_EQ(SerialDiluteSteps(ReadHeadType(heads.Config, "3")), none);
+}
+
+TEST(HeadTypeTest, ALengthIsDividedInDoublePrecision) {
+  // The axis holds 0.0500000007: 4.025 mm are 80.4999988 steps, and 80.5 in single precision.
+  Heads heads;
+  heads.Records.AxisS.MmPerStep = 0.05F;
+  heads.Ini.Set("HeadType", {{"SDTeachToolOffsetMM", "4.025"}, {"SDHeadEjectOffsetMM", "-4.025"}});
+  EXPECT_EQ(SerialDiluteSteps(heads.Read("")).front(), 80);
+  EXPECT_EQ(SerialDiluteSteps(heads.Read("")).back(), -80);
 }
 
 TEST(HeadTypeTest, TheHeadLineIsWrittenBackPlaceByPlace) {

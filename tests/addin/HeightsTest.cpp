@@ -42,6 +42,8 @@ TEST(DepthStepsTest, ALengthBecomesStepsInDoublePrecisionAndIsRoundedOnce) {
       {"0.1 isn't exact: 999.4999951", "100", 0.1F, 1, "0.49999", 999},
       // 0.0126999998: 12.7 mm are 1000.0000121 steps.
       {"0.0127 isn't exact: 999.5000071", "12.7", 0.0127F, 1, "0.500005", 1000},
+      // 101.5 / 0.0500000007 * 3 is 6089.99990925193, 1e-12 more than 101.5 * 3 / 0.0500000007.
+      {"the division comes before the sign", "101.5", 0.05F, 3, "6089.49990925193", 1},
       {"the largest result", "2147483647", 1, 1, "-0.4", 2147483647},
       {"rounded out of 32 bits", "2147483647", 1, 1, "-0.5", Failure},
       {"the smallest result", "2147483648", 1, -1, "0", -2147483647 - 1},
@@ -73,6 +75,21 @@ TEST(DepthStepsTest, TheCalibrationIsReadAnewAndTheSharedOneStays) {
   test.Ini.ReadsFail = true;
   EXPECT_EQ(StepsOf(test), Failure);
   EXPECT_EQ(test.Records.ZCalibration.MountHeight, 1000);
+}
+
+TEST(DepthStepsTest, HeadThenStageThenTipComeOffTheMountHeight) {
+  // In this order the length is -9.29999999999999; in any other it is a little less, and the result 0.
+  TestConfiguration test;
+  test.Ini.Set("Z_Calibration", {{"MountHeight", "92.9"},
+                                 {"HeadDepth_8ch", "20.1"},
+                                 {"StageHeightUpper", "11.4"},
+                                 {"DeltaZ", "-9.79999999999999"}});
+  test.Records.AxisZ.MmPerStep = 1;
+  test.Records.AxisZ.OffsetSign = 1;
+  test.Records.Head.Channels = 8;
+  test.Records.Tip.Name = "Tip";
+  test.Records.Tip.TipLength = 70.7;
+  EXPECT_EQ(StepsOf(test, Depth::Counts, Depth::Counts), 1);
 }
 
 TEST(HeadDepthTest, TheTwoLookUpsDifferForNoHeadAndForPlateHeads) {
@@ -167,6 +184,9 @@ TEST(NestSeatTest, TheStretchToTheSeatHasSinglePrecision) {
   ExpectAll({
       {"11.49999996, and 2 back", {8.0F / 3, 1, -1, 10, 0, 0, 0, 0}, 11, 9},
       {"8.50000004, and 2 back", {8.0F / 3, -1, 1, 10, 0, 0, 0, 0}, 9, 11},
+      // 4 / 1.142857194 * 5 is 17.4999992, which is 17.5 in single precision. With the quotient or each factor in
+      // single precision it isn't.
+      {"rounded to single precision once, behind the sign", {8.0F / 7, 1, 5, 10, 0, 0, 0, 0}, 13, 31},
   });
 }
 
@@ -176,6 +196,10 @@ TEST(NestSeatTest, AFailedAssignmentKeepsTheNumberThatItWasFor) {
       {"a first sum out of 32 bits starts again at 0", {1, 1, -1, Highest, 1, 0, 5, 0}, 9, 5},
       {"a nest too deep for 32 bits", {1, 1, -1, -100, 1e10, 2, 5, 0}, 11, 7},
       {"a head too deep for 32 bits is left out", {1, 1, -1, 10, 1, 1e10, 5, 0}, 20, 16},
+      {"the head comes before the height: it overflows",
+       {1, 1, -1, Highest - 10, 0, 20, -15, 0},
+       Highest - 21,
+       Highest - 25},
       {"a height whose product is out of 32 bits, though the sum isn't", {1, -1, 1, -1, 0, 0, Lowest, 0}, -5, -1},
       {"a height whose sum is out of 32 bits", {1, 1, -1, 10, 0, 0, Highest, 0}, 14, 10},
       {"an offset out of 32 bits: the seat counts from 0", {1, 1, -1, 10, 0, 0, 0, 1e10}, 0, -4},

@@ -35,6 +35,35 @@ TEST(NestTypeTest, EachSlotHasItsPlacesAndRoundsAHalfAwayFromZero) {
   EXPECT_EQ(values(ReadNestType(machine.Config, "1").Slot1), Slot(true, 1, 3, -3, 0)) << "no length of a Z step";
 }
 
+TEST(NestTypeTest, AHeadGoesToTheFirstSlotOfItsCodeAndToTheThirdWithoutOne) {
+  using Row = std::tuple<Lines, const char*, const char*>;
+  for (const auto& [codes, asked, slot] :
+       {Row{{"A", "B", "C"}, "A", "1"}, Row{{"A", "B", "C"}, "B", "2"}, Row{{"A", "B", "C"}, "C", "3"},
+        Row{{"A", "B", "C"}, "X", "3"}, Row{{"A", "B", "C"}, "b", "3"}, Row{{"X", "A", "A"}, "A", "2"},
+        Row{{"A", "A", "X"}, "A", "1"}, Row{{"", "", ""}, "", "1"}}) {
+    SCOPED_TRACE(asked);
+    TestConfiguration machine;
+    const std::string line = "N,P,," + codes[0] + ",,,,,," + codes[1] + ",,,,,," + codes[2];
+    machine.Ini.Set("NestType", {{"Item1", line}});
+    EXPECT_EQ(SlotFor(ReadNestType(machine.Config, "1"), asked).SlotNumber, slot);
+  }
+}
+
+TEST(NestTypeTest, NamesThatAreComparedKeepTheirQuotes) {
+  TestConfiguration machine;
+  machine.Ini.Set("NestType", {{"Item1", "\"N\",\"STAGE2\",\"H\",\"A\""}});
+  machine.Ini.Set("Position_", {{"Item1", "\"STAGE2\",\"Left\",\"TIPRACK\""}});
+  machine.Ini.Set("Calibration_", {{"Item1", "\"STAGE2\""}});
+  const NestType nest = ReadNestType(machine.Config, "1");
+  EXPECT_EQ(std::tie(nest.Name, nest.PositionName, nest.Slot1.HeadName, nest.Slot1.HeadCode),
+            std::tuple("N", "\"STAGE2\"", "H", "\"A\""));
+  EXPECT_EQ(SlotFor(nest, "A").SlotNumber, "3");
+  const Position position = ReadPosition(machine.Config, "1");
+  EXPECT_EQ(std::tie(position.Name, position.DisplayName, position.Kind),
+            std::tuple("\"STAGE2\"", "Left", "\"TIPRACK\""));
+  EXPECT_EQ(ReadCalibration(machine.Config, "", "\"STAGE2\"").Item, "1");
+}
+
 /// What the search of a section for STAGE6 ends with: the record's item, and its name if it is another.
 std::string Found(const Configuration& configuration, std::string_view section) {
   const auto found = [](const auto& item, const auto& name) { return item + (name == "STAGE6" ? "" : " " + name); };

@@ -29,6 +29,11 @@ class RackSequences : public SequenceTest {
       "MOVE Z -279\nSET_SPEED S 200\nMOVE S 570\nMOVE Z -271\nSET_SPEED S 300\nstatus\n";
   const std::string Whole = ToRack + Collecting;
 
+  /// The head One with that eject stroke in mm.
+  static std::string Stroke(const std::string& mm) {
+    return "file set HeadType Item1 One,SERIALDILUTE,0,30,0,1,0,0,0,0,900,0,500," + mm + ",5,7,1_CH_SHORT,0,,0,0\n";
+  }
+
   /// The way to the rack and the collection with other heights: that of the rack, and the stroke's.
   std::string At(const std::string& rack, const std::string& stroke) const {
     return With(ToRack, "-247>" + rack) + With(Collecting, "-351>" + stroke + "|-247>" + rack);
@@ -63,6 +68,16 @@ TEST_F(RackSequences, CollectTipFollowsSelectionAndConfiguration) {
       // -40 + 500, and once more -40.
       {"S in the other direction", AxisS("0.25", "-1,1"), With(Whole, "580>420")},
       {"a depth out of 32 bits: the plate's term alone", FarAway, At("132", "92")},
+      {"the tip's depth alone: the first depth stays", "file set TipType Item1 Long,X,0,0,0,0,0,6,3,0,1e12\n",
+       With(ToRack, "-247>132") + With(Collecting, "-247>-311")},
+      // Odd numbers behind 2^24, which single precision doesn't have: 40 + 16777257.
+      {"S in double precision", "file set HeadType Item1 One,SERIALDILUTE,0,30,0,1,0,0,0,0,900,0,16777217,2.5,5,7,"
+       "1_CH_SHORT,0,,0,0\n", With(Whole, "S 500>S 16777217|580>16777297")},
+      // -2097207 * 8 - 3 + 116 - 24; -2097199 * 8 - 3 + 132
+      {"Z too", "file set Z_Calibration MountHeight 2097252\n", At("-16777463", "-16777567")},
+      // -47 * 16 - 3 + 132; -55 * 16 - 3 + 116 - 4e9 * 8
+      {"a stroke out of 32 bits", AxisZ("0.125", "1,-2") + "file set TipType Item1 Long,X,0,0,0,0,0,6,2e9,0,8\n",
+       At("-623", "-32000000767")},
   });
   // clang-format on
   const std::pair<std::string, std::string> unselected[] = {
@@ -119,6 +134,12 @@ TEST_F(RackSequences, EjectTipFollowsTheConfiguration) {
       {"S in the other direction", AxisS("0.25", "-1,1"), With(Ejecting, "570>510")},
       // -164 - 3 + 440, -132 - 3 + 400
       {"Z in the other direction", ZReversed, With(Ejecting, "-279>273|-271>265")},
+      // 40 + 540 - 4e9, and 579.5
+      {"a stroke out of 32 bits", Stroke("1e9"), With(Ejecting, "570>-3999999420")},
+      {"half a step goes away from zero, at the end", Stroke("0.125"), With(Ejecting, "570>580")},
+      // -443 + 16777223 * 8, -403 + 16777219 * 8
+      {"a height beyond single precision", "file set PlateType Item1 RackA,TIPRACK,8,12,16777217\n",
+       With(Ejecting, "-279>134217341|-271>134217349")},
       {"an entry for no tip", "file set TipType Item0 Bare,X,0,0,0,0,0,0,0,0,4\n", With(Ejecting, "-271>-279")},
       {"the tip still counts", "file writes fail\n", With(Ejecting, "write TipType Installed 0\n>|-271>-247")},
       {"no Z step length: no Z line", NoZStep, With(Ejecting, "MOVE Z -279\n>|MOVE Z -271\n>")},

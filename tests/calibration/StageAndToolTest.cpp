@@ -96,6 +96,12 @@ class EjectTeachTool : public SequenceTest {
 
 TEST_F(EjectTeachTool, TheFirstToolGoesToTheSlotOfItsShape) {
   const std::string nest = "file set NestType Item1 NestA,STAGE3,,OTHER,0,1,2,0.5,,";
+  const auto depths = [](const std::string& mount, const std::string& nestDepth, const std::string& tool) {
+    return "file set Z_Calibration MountHeight " + mount + "\nfile set Z_Calibration NestDepth_XY_6 " + nestDepth +
+           "\nfile set Z_Calibration HeadDepth_TeachTool_1Ch " + tool + "\n";
+  };
+  const std::string halfSteps =
+      AxisZ("8", "1,-1") + depths("100", "20", "4") + "file set NestType Item1 NestA,STAGE3,One,1_CH_SHORT,0,1,2,8\n";
   const std::string noNests = "file remove NestType Item1\nfile remove NestType Item2\n";
   // clang-format off
   ExpectAll(MainPage + "answer ok\n", "click 14\n", {
@@ -113,6 +119,16 @@ TEST_F(EjectTeachTool, TheFirstToolGoesToTheSlotOfItsShape) {
       // 557 - 56 - 4 - 96 + 9
       {"Z in the other direction", ZReversed, With(Whole, "-416>410")},
       {"a sum out of 32 bits has no line", WideNest, With(Whole, "MOVE SD_X 310\n>")},
+      // Nest, tool and offset are 2.5, 0.5, and 2.5 or 1.5 steps: -12 + 3 + 1 + 1, and 3 or 2 off.
+      {"each term rounds away from zero", halfSteps + Tool("Item5", "700", "2.5", "1_CH_SHORT"),
+       With(Whole, "-416>-10")},
+      {"and by itself", halfSteps + Tool("Item5", "700", "1.5", "1_CH_SHORT"), With(Whole, "-416>-9")},
+      // 2147483637 - 15 + 20 - 9; the tool's depth ahead of the height would overflow.
+      {"the height comes before the tool", AxisZ("1", "1,-1") + depths("-2147483610", "0", "20") +
+       "file set NestType Item1 NestA,STAGE3,One,1_CH_SHORT,0,1,2,-15\n", With(Whole, "-416>2147483633")},
+      {"a nest out of 32 bits: from 0", depths("100", "1e12", "12"), With(Whole, "-416>91")},
+      {"an offset out of 32 bits: 0", Tool("Item5", "700", "1e10", "1_CH_SHORT"), With(Whole, "-416>0")},
+      {"a stage out of 32 bits: from 0", FarAway, With(Whole, "-416>147")},
   });
   // clang-format on
   EXPECT_EQ(Play(MainPage, "answer cancel\nclick 14\n"), Warning("NestA", "cancel"));

@@ -54,7 +54,11 @@ struct FakeHost {
   template <class Interface>
   struct Object : Implements<Interface> {
     explicit Object(FakeHost& host) : Host(host) {}
+    ~Object() override {
+      if (OnGone) OnGone();
+    }
     FakeHost& Host;
+    std::function<void()> OnGone;  ///< runs when the last reference has been released
   };
 
   struct DeviceLink final : Object<HelmswayCmds::IDeviceLink> {
