@@ -7,7 +7,8 @@ namespace {
 
 const std::vector<std::int16_t> drivenButtons = {0, 6, 5, 13, 3, 2, 12, 7, 8};
 
-/// Writes what changes of panels and buttons into the host's log: "show fraMove", "hide fraEject", "colour 7", "on 7".
+/// Writes what changes of the form into the host's log: "show fraMove", "hide fraEject", "colour 7", "on 7", "caption
+/// lblEjecting", "uncheck chkStageEmpty".
 struct ChangeLog final : forms::IObserver {
   explicit ChangeLog(Wizard& wizard) : Played(wizard) { wizard.Screen().SetObserver(this); }
   void Changed(forms::ControlId control, forms::Aspect aspect) noexcept override {
@@ -15,6 +16,8 @@ struct ChangeLog final : forms::IObserver {
     const std::string name(state.name);
     const std::string index = std::to_string(state.index);
     Lines& log = Played.Host.Log;
+    if (aspect == forms::Aspect::Caption) log.push_back("caption " + name);
+    if (aspect == forms::Aspect::Checked) log.push_back((state.checked ? "check " : "uncheck ") + name);
     if (aspect == forms::Aspect::Visible) log.push_back((state.visible ? "show " : "hide ") + name);
     if (name == "cmdButton" && aspect == forms::Aspect::BackColor) log.push_back("colour " + index);
     if (name == "cmdButton" && aspect == forms::Aspect::Enabled)
@@ -105,23 +108,39 @@ TEST(WizardFlow, EveryStateAllowsItsButtonsAndLeadsWhereItShallWhateverHappensOn
   }
 }
 
+/// What a change of those buttons leaves in the log.
+std::string Turn(const char* to, std::initializer_list<int> buttons) {
+  std::string text;
+  for (const int i : buttons) text += "colour " + std::to_string(i) + "\n" + to + " " + std::to_string(i) + "\n";
+  return text;
+}
+
+/// The transcript with "lines" in place of everything that a run of sends leaves there.
+std::string Outline(const Wizard& wizard) {
+  const std::string lines = "lines\n";
+  std::string text;
+  const Lines& log = wizard.Host.Log;
+  for (std::size_t i = 0; i < log.size(); ++i) {
+    const bool stopOfASend = log[i] == "stop False" && i + 1 < log.size() && log[i + 1] == "active True";
+    if (stopOfASend || log[i] == "active True" || log[i].starts_with("sent ")) continue;
+    if (!log[i].starts_with("send ")) text += log[i] + "\n";
+    if (log[i].starts_with("send ") && !text.ends_with(lines)) text += lines;
+  }
+  return text;
+}
+
 TEST(WizardFlow, APressDoesItsStepsInOrder) {
-  const auto turn = [](const char* to, std::initializer_list<int> buttons) {
-    std::string text;
-    for (const int i : buttons) text += "colour " + std::to_string(i) + "\n" + to + " " + std::to_string(i) + "\n";
-    return text;
-  };
   const std::string hint = "message Calibrate S Axis Reference Point\n";
-  const std::string atLocationOn = turn("on", {0, 6, 5, 7, 8});
+  const std::string atLocationOn = Turn("on", {0, 6, 5, 7, 8});
   using Row = std::tuple<const char*, std::string>;
   const std::vector<Row> rows = {
       {"press 10", "stop False\nstatus Retrieving configuration settings from Marivane\n" + Line("REV") +
                        "changed False\nstatus \nshow fraWarning\nhide fraInitial\n"},
-      {"check chkToolInstalled", "on 9\n"},
+      {"check chkToolInstalled", "check chkToolInstalled\non 9\n"},
       {"press 9", "stop False\nhide fraWarning\nshow fraMove\nshow fraTest\nchanged False\n"},
       {"press 7", "stop False\noff 0\noff 5\noff 7\noff 8\nstatus Moving S Axis\n" + Line("MOVE S 502") + "status \n" +
                       atLocationOn},
-      {"press 0", "stop False\n" + hint + turn("off", {0, 6, 5, 7, 8}) + "status Home all\nstatus Homing all axes\n" +
+      {"press 0", "stop False\n" + hint + Turn("off", {0, 6, 5, 7, 8}) + "status Home all\nstatus Homing all axes\n" +
                       Line("HOME ALL") + "status \nstatus Moving to calibration location\n" + Line("MOVE SD_Y -37") +
                       Line("MOVE SD_X 201") + Line("MOVE Z -16000") + Line("MOVE S 500") + "status \n" + atLocationOn},
   };
@@ -133,6 +152,63 @@ TEST(WizardFlow, APressDoesItsStepsInOrder) {
     wizard.Host.Log.clear();
     EXPECT_TRUE(Do(wizard, action));
     EXPECT_EQ(wizard.Transcript(), transcript);
+  }
+}
+
+TEST(WizardFlow, TheRoadOverTheStageAndThatOfTheHeadsGoInOrder) {
+  const std::string toMain = "stop False\nhide fraWarning\nshow fraMove\nshow fraTest\nchanged False\n";
+  const std::string homing = "status Home all\nstatus Homing all axes\nlines\nstatus \n";
+  const auto running = [](const std::string& status) { return "status " + status + "\nlines\nstatus \n"; };
+  using Row = std::tuple<const char*, std::string>;
+  const std::vector<Row> rows = {
+      {"check chkToolUninstalled", "check chkToolUninstalled\non 9\n"},
+      {"press 9",
+       "stop False\nhide fraWarning\nshow fraEject\n"
+       "caption lblContinue\ncaption lblContinue\ncaption chkStageEmpty\n"},
+      {"check chkStageEmpty", "check chkStageEmpty\non 4\n"},
+      {"press 4", "stop False\ncaption lblEjecting\nshow fraDoEject\nhide fraEject\n" +
+                      running("Ejecting Pipette Head") + "show fraEjectDone\nhide fraDoEject\n"},
+      {"press 11",
+       "stop False\nuncheck chkStageEmpty\noff 4\nuncheck chkToolUninstalled\noff 9\n"
+       "show fraWarning\nhide fraEjectDone\n"},
+      {"check chkToolInstalled", "check chkToolInstalled\non 9\n"},
+      {"check chkToolUninstalled", "check chkToolUninstalled\nuncheck chkToolInstalled\n"},
+      {"check chkToolInstalled", "check chkToolInstalled\nuncheck chkToolUninstalled\n"},
+      {"press 9", toMain},
+      {"press 14", "stop False\noff 0\noff 5\noff 7\noff 8\nmessage Eject Teach Tool\n" + homing + "lines\n" +
+                       Turn("on", {6, 5, 13}) + "show fraWarning\nhide fraMove\nhide fraTest\n"},
+      {"press 9", toMain},
+      {"press 13", "stop False\n" + Turn("off", {6, 5, 13}) + "message \n" + homing +
+                       running("Collecting Pipette head") + Turn("on", {6, 5, 3, 12})},
+      {"press 3", "stop False\n" + Turn("off", {6, 5, 3, 12}) + running("Moving to rack") + running("Collecting tip") +
+                      Turn("on", {6, 5, 2})},
+      {"press 2", "stop False\n" + Turn("off", {6, 5, 2}) + running("Ejecting tip") + Turn("on", {6, 5, 3, 12})},
+      {"press 12",
+       "stop False\n" + Turn("off", {6, 5, 3, 12}) + running("Ejecting Pipette head") + Turn("on", {6, 5, 13})},
+  };
+  Wizard wizard;
+  wizard.Boxes.Answers = {forms::MessageAnswer::Ok};
+  wizard.Press(10);
+  ChangeLog changes(wizard);
+  for (const auto& [action, outline] : rows) {
+    SCOPED_TRACE(action);
+    wizard.Host.Log.clear();
+    EXPECT_TRUE(Do(wizard, action));
+    EXPECT_EQ(Outline(wizard), outline);
+  }
+}
+
+TEST(WizardFlow, TheRackIsForgottenBehindAChangeOfTheHead) {
+  for (const std::int16_t button : {std::int16_t{12}, std::int16_t{13}}) {
+    Wizard wizard;
+    wizard.ToMainPage();
+    wizard.Form->cmdButton_Click(3);
+    EXPECT_TRUE(wizard.Form->Flags().AtRack);
+    bool atRackOnTheWay = false;
+    wizard.Host.Meanwhile["SET_SPEED Z 500"] = [&] { atRackOnTheWay = wizard.Form->Flags().AtRack; };
+    wizard.Form->cmdButton_Click(button);
+    EXPECT_TRUE(atRackOnTheWay) << button;
+    EXPECT_FALSE(wizard.Form->Flags().AtRack) << button;
   }
 }
 
@@ -175,6 +251,7 @@ TEST(WizardFlow, TheTeachToolIsRegisteredWhenTheCatalogueHasIt) {
     }
     for (const char* action : {"press 10", "check chkToolInstalled", "press 9"}) EXPECT_TRUE(Do(wizard, action));
     EXPECT_EQ(wizard.Ini().Writes, writes);
+    EXPECT_EQ(wizard.Records.Head.Index, writes.empty() ? "2" : writes.front().substr(19)) << "and then loaded";
   }
 }
 

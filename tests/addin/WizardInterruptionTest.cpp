@@ -100,6 +100,20 @@ TEST(WizardInterruption, AnUnloadedFormIsDeafAndTheNextLoadStartsAfresh) {
   EXPECT_EQ(wizard.Records.DeviceType.Name, "2") << "the shared records live on";
 }
 
+TEST(WizardInterruption, AnUnloadedFormLetsGoOfPanelWindowAndConnectionInThisOrder) {
+  Wizard wizard;
+  HostChannel& host = wizard.Form->Host();
+  const auto hold = [&](auto& reference, auto* object, const char* name) {
+    object->OnGone = [&wizard, name] { wizard.Host.Log.push_back(std::string("gone ") + name); };
+    reference = Adopt(object);
+  };
+  hold(host.ParentConnection, new FakeHost::Connection(wizard.Host), "connection");
+  hold(host.FormParent, new FakeHost::Window(wizard.Host), "window");
+  hold(host.StatusPanel, new FakeHost::StatusPanel(wizard.Host), "panel");
+  wizard.Form->Unload();
+  EXPECT_EQ(wizard.Transcript(), "active False\ngone panel\ngone window\ngone connection\n");
+}
+
 TEST(WizardInterruption, TheHostMayEndTheFormInTheMiddleOfACommand) {
   using Row = std::tuple<std::int16_t, const char*>;
   const Row rows[] = {{10, "REV"},          {5, "HOME ALL"},      {0, "HOME ALL"},
