@@ -116,9 +116,13 @@ TEST(AxisDataTest, TheLinesRunWithoutAGapTheLaterOneWinsAndALoadClearsWhatTheFil
   axes.Read({"X,1", "X,2", "", "Z,4"});
   EXPECT_EQ(axes.Records.AxisX.MmPerStep, 2);
   EXPECT_EQ(LineOf(axes.Records.AxisY) + LineOf(axes.Records.AxisZ), "");
+  axes.Ini.UnsplitText = "Y,2";
+  axes.Read({"X,1", "Y,2", "Z,3"});
+  EXPECT_EQ(LineOf(axes.Records.AxisY), "") << "a line that can't be split is passed over";
+  EXPECT_EQ(axes.Records.AxisZ.MmPerStep, 3) << "and the next one counts";
   axes.Ini.SplitsFail = true;
   ReadAxisData(axes.Config);
-  EXPECT_EQ(LineOf(axes.Records.AxisX), "") << "a line that can't be split is passed over";
+  EXPECT_EQ(LineOf(axes.Records.AxisX), "") << "all of them";
 }
 
 }  // namespace

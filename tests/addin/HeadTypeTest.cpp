@@ -140,6 +140,8 @@ TEST(ItemLineTest, EmptyPlacesAtTheEndAreLeftOut) {
     Testing::TestConfiguration machine;
     WriteItemLine(machine.Files, "S", "K", texts, machine.Files.MarivaneIni());
     EXPECT_EQ(machine.Ini.Writes, Lines{"S/K=" + line});
+    machine.Ini.WritesFail = true;
+    EXPECT_NO_THROW(WriteItemLine(machine.Files, "S", "K", texts, machine.Files.MarivaneIni()));
   }
 }
 

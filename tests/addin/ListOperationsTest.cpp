@@ -63,6 +63,7 @@ TEST(ListOperationsTest, ACatalogueFillsAList) {
            Row{"item 10 counts only behind item 9", {{"Item1", "A"}, {"Item10", "x"}}, "1:A"},
            Row{"the name behind the equals sign", with("Default", "any text=B"), "1:A 2:B* 3:C"},
            Row{"up to the next equals sign", with("Default", "x=B=C"), "1:A 2:B* 3:C"},
+           Row{"in quotes", with("Default", "\"x=B\""), "1:A 2:B* 3:C"},
            Row{"letter case counts", with("Default", "x=b"), "1:A 2:B 3:C"},
            Row{"no equals sign", with("Default", "B"), "1:A 2:B 3:C"},
            Row{"the last of that name", {{"Item1", "A"}, {"Item2", "A"}, {"Default", "x=A"}}, "1:A 2:A*"},

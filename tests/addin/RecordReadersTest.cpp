@@ -116,6 +116,12 @@ TEST(PlateTypeTest, ANumberIsReadStrictly) {
   }
 }
 
+TEST(PlateTypeTest, NothingStandsInForAnEmptyItem) {
+  TestConfiguration test;
+  test.Ini.Set("PlateType", {{"Installed", "1"}, {"Item1", "A"}, {"Item", "bare"}});
+  EXPECT_EQ(ReadPlateType(test.Files, "").Name, "bare");
+}
+
 /// A machine each of whose records is worked out from the ones that are loaded ahead of it.
 struct LoadedMachine : TestConfiguration {
   LoadedMachine() {

@@ -23,7 +23,7 @@ class FakeIniService final : public Implements<HelmswayCmds::IIniService> {
   bool WritesFail = false;
   bool SplitsFail = false;
   std::int32_t ExcessCount = 0;  ///< what `SplitText` counts beyond the pieces that it gives
-  std::string FailingSeparator;  ///< only splits at this one fail
+  std::string UnsplitText;       ///< only splits of texts that contain this one fail
   Lines Reads;                   ///< "Section/Key", in order
   Lines Writes;                  ///< "Section/Key=value", in order
 
@@ -51,7 +51,8 @@ class FakeIniService final : public Implements<HelmswayCmds::IIniService> {
 
   Result SplitText(HelmswayCmds::ITextListTarget& parts, HelmswayCmds::Text separator, HelmswayCmds::Text text,
                    std::int32_t* count) noexcept override {
-    if (SplitsFail || (!FailingSeparator.empty() && AsView(separator) == FailingSeparator)) return Result::Failed;
+    if (SplitsFail || (!UnsplitText.empty() && AsView(text).find(UnsplitText) != std::string_view::npos))
+      return Result::Failed;
     std::vector<HelmswayCmds::Text> pieces;
     const std::string_view mark = AsView(separator);
     std::string_view rest = AsView(text);

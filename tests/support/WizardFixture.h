@@ -182,7 +182,7 @@ inline void ReadsFail(Wizard& wizard) { wizard.Ini().ReadsFail = true; }
 inline void WritesFail(Wizard& wizard) { wizard.Ini().WritesFail = true; }
 inline void SplitsFail(Wizard& wizard) { wizard.Ini().SplitsFail = true; }
 /// The lines of a command text can't be taken apart; those of the file can.
-inline void CommandTextsFail(Wizard& wizard) { wizard.Ini().FailingSeparator = "\r\n"; }
+inline void CommandTextsFail(Wizard& wizard) { wizard.Ini().UnsplitText = "\r\n"; }
 /// As many heads as a 16-bit counter can name, none of them of a kind that a walk looks for.
 inline void EndlessHeads(Wizard& wizard) {
   for (int number = 1; number <= 32767; ++number) {
