@@ -36,6 +36,12 @@ TEST(DeviceTypeTest, FlagsDifferInTheirDefaultAndInWhatTheyRead) {
   using Row = std::tuple<const char*, bool DeviceType::*, bool, bool>;
   for (const auto& [key, field, whenAbsent, word] :
        {Row{"UploadCalibrationData", &DeviceType::UploadCalibrationData, true, true},
+        Row{"DownloadCalibrationData", &DeviceType::DownloadCalibrationData, true, true},
+        Row{"ImportCalibrationData", &DeviceType::ImportCalibrationData, true, true},
+        Row{"ExportCalibrationData", &DeviceType::ExportCalibrationData, true, true},
+        Row{"SDXYEncoderStatus", &DeviceType::SDXYEncoderStatus, false, true},
+        Row{"CollisionDetectEnableSDXY", &DeviceType::CollisionDetectEnableSDXY, false, false},
+        Row{"SDXYCollisionStatus", &DeviceType::SDXYCollisionStatus, false, false},
         Row{"CollisionDetectEnableZ", &DeviceType::CollisionDetectEnableZ, false, false},
         Row{"ZCollisionStatus", &DeviceType::ZCollisionStatus, false, true},
         Row{"AxisCalibratedS", &DeviceType::AxisCalibratedS, false, true}}) {

@@ -84,6 +84,10 @@ struct CountedService final : OrvelCalibrateS::Implements<HelmswayCmds::IIniServ
 
 /// The library in a host whose objects tell what becomes of them.
 class HostObjects : public testing::Test {
+ public:
+  HostObjects(const HostObjects&) = delete;
+  HostObjects& operator=(const HostObjects&) = delete;
+
  protected:
   HostObjects() { HostClasses::ServeIniService(held_); }
   ~HostObjects() override { HostClasses::ServeIniService({}); }

@@ -54,6 +54,8 @@ struct FakeHost {
   template <class Interface>
   struct Object : Implements<Interface> {
     explicit Object(FakeHost& host) : Host(host) {}
+    Object(const Object&) = delete;
+    Object& operator=(const Object&) = delete;
     ~Object() override {
       if (OnGone) OnGone();
     }
