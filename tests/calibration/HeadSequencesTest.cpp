@@ -84,6 +84,8 @@ TEST_F(HeadSequences, CollectHeadFollowsSelectionAndConfiguration) {
       // 560 - 3 - 56 - 120 - 4 = 377
       {"Z in the other direction", ZReversed, With(Whole, "-358>352|-390>384")},
       {"a sum out of 32 bits has no line", WideNest, With(Whole, "MOVE SD_X 310\n>")},
+      // 56 + 120 + 4
+      {"a stage out of 32 bits: from 0", FarAway, With(Whole, "-358>205|-390>173")},
   });
   // clang-format on
   // Without a selection the installed records count. The teach tool: 96 in place of 120, and no collect offset.
@@ -149,6 +151,7 @@ TEST_F(HeadSequences, EjectHeadFollowsTheConfiguration) {
       {"stopped: no head is recorded", Stop("MOVE Z"), begun + Stopped("MOVE Z -100", "MOVE Z -100\n") + closing},
       {"a pick loads no nest, and homing the installed one", LowerNest, Homing + Ejecting},
       {"which can be another", "file set NestType Installed 2\n" + AnyPick, Homing + below},
+      {"a stage out of 32 bits: from 0", FarAway, With(Ejecting, "-356>207|-388>175")},
       {"the nest's record counts, not the file", "file set NestType Item1 NestA,STAGE4\n", Ejecting},
   });
   // clang-format on

@@ -70,9 +70,9 @@ TEST_F(RackSequences, CollectTipFollowsSelectionAndConfiguration) {
       {"a depth out of 32 bits: the plate's term alone", FarAway, At("132", "92")},
       {"the tip's depth alone: the first depth stays", "file set TipType Item1 Long,X,0,0,0,0,0,6,3,0,1e12\n",
        With(ToRack, "-247>132") + With(Collecting, "-247>-311")},
-      // Odd numbers behind 2^24, which single precision doesn't have: 40 + 16777257.
-      {"S in double precision", "file set HeadType Item1 One,SERIALDILUTE,0,30,0,1,0,0,0,0,900,0,16777217,2.5,5,7,"
-       "1_CH_SHORT,0,,0,0\n", With(Whole, "S 500>S 16777217|580>16777297")},
+      // Odd, so that single precision doesn't have it, and the sum out of 32 bits: 40 + 2147483681.
+      {"S in double precision", "file set HeadType Item1 One,SERIALDILUTE,0,30,0,1,0,0,0,0,900,0,2147483641,2.5,5,7,"
+       "1_CH_SHORT,0,,0,0\n", With(Whole, "S 500>S 2147483641|580>2147483721")},
       // -2097207 * 8 - 3 + 116 - 24; -2097199 * 8 - 3 + 132
       {"Z too", "file set Z_Calibration MountHeight 2097252\n", At("-16777463", "-16777567")},
       // -47 * 16 - 3 + 132; -55 * 16 - 3 + 116 - 4e9 * 8
