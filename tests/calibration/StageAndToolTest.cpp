@@ -42,6 +42,9 @@ TEST_F(EjectHeadToStage, TheHeadGoesToTheFreePosition) {
       {"no head and no tool", NoneInstalled + tool, With(AtSix, "S 900>S 0")},
       // 15 / 4.28571415 is 3.5 in single and 3.50000011 in double precision; -55 / s - 3 goes to -16.
       {"single precision; -12.5 goes away from zero", NoXAxis + AxisZ("4.2857143", "1,-1"), With(AtTwo, "-323>-13")},
+      // 120 - 16777659 is odd.
+      {"the sum in double precision", NoXAxis + "file set Z_Calibration MountHeight 2097252\n",
+       With(AtTwo, "-323>-16777539")},
       {"a stage out of 32 bits ends it", NoXAxis + FarAway, ""},
       {"a product out of 16 bits ends it", NoXAxis + AxisZ("0.125", "2185,-1"), ""},
       {"no step length ends it, but for what is registered", NoneInstalled + NoXAxis + NoZStep, Registered},
