@@ -8,6 +8,7 @@
 #include "bench/desktop/CommandLine.h"
 #include "bench/desktop/Installation.h"
 #include "bench/desktop/MainWindow.h"
+#include "bench/host/Registration.h"
 
 namespace {
 
@@ -18,7 +19,7 @@ SessionOptions Prepare(const BenchOptions& options, bool& registeredNow) {
   SessionOptions session;
   session.addIn = options.addIn;
   if (session.addIn.empty()) {
-    const Installation::FoundAddIn found = Installation::FindAddIn(program / "libOrvelCalibrateS.so");
+    const Registration::FoundAddIn found = Registration::FindAddIn(program / "libOrvelCalibrateS.so");
     session.addIn = found.library;
     registeredNow = found.registeredNow;
   }

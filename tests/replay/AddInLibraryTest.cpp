@@ -9,7 +9,9 @@
 #include "bench/host/AddInLibrary.h"
 #include "bench/host/AddInSession.h"
 #include "bench/host/ConfigurationService.h"
+#include "bench/host/DataFolder.h"
 #include "bench/host/HostClasses.h"
+#include "bench/host/Registration.h"
 #include "tests/host/TemporaryFolder.h"
 #include "tests/replay/ReplayRun.h"
 #include "tests/support/FakeHost.h"
@@ -48,6 +50,57 @@ TEST_F(AddInLibraryTest, RegistersItselfForTheUserAndTakesItBack) {
   folder.Write("in-the-way", "");
   setenv("XDG_DATA_HOME", folder.PathOf("in-the-way").c_str(), 1);
   EXPECT_THROW(library.Register(), AddInLibraryError);
+  unsetenv("XDG_DATA_HOME");
+}
+
+TEST_F(AddInLibraryTest, IsFoundByARegistrationThatOthersCantChange) {
+  namespace fs = std::filesystem;
+  const TemporaryFolder folder;
+  setenv("XDG_DATA_HOME", folder.PathOf("").c_str(), 1);
+  const fs::path none = folder.PathOf("none.so");
+  EXPECT_THROW(Registration::FindAddIn(none), std::runtime_error);
+  EXPECT_TRUE(Registration::FindAddIn(file).registeredNow);
+  // Beside the program, where others may write as they may to the program: nothing is gained by a refusal.
+  EXPECT_FALSE(Registration::FindAddIn(file).registeredNow);
+
+  const fs::path library = folder.PathOf("own/library.so");
+  fs::create_directory(library.parent_path());
+  fs::copy_file(file, library);
+  const std::string registration = "helmsway/add-ins/OrvelCalibrateS.Connect.addin";
+  const auto found = [&]() -> std::string {
+    try {
+      return Registration::FindAddIn(none).library;
+    } catch (const AddInLibraryError& error) {
+      return error.what();
+    }
+  };
+  folder.Write(registration, "[Add-in]\nLibrary=own/library.so\n");
+  EXPECT_NE(found().find("own/library.so, which isn't a full path"), std::string::npos) << found();
+  folder.Write(registration, "[Add-in]\nLibrary=" + library.string() + "\n");
+  for (const fs::path& open : {library, library.parent_path(), fs::path(folder.PathOf(registration)),
+                               fs::path(folder.PathOf(registration)).parent_path()}) {
+    fs::permissions(open, fs::perms::group_write | fs::perms::others_write, fs::perm_options::remove);
+    EXPECT_EQ(found(), library);
+    for (const auto who : {fs::perms::group_write, fs::perms::others_write}) {
+      fs::permissions(open, who, fs::perm_options::add);
+      EXPECT_NE(found().find("other users may write " + open.string()), std::string::npos) << found();
+      fs::permissions(open, who, fs::perm_options::remove);
+    }
+  }
+  unsetenv("XDG_DATA_HOME");
+}
+
+TEST_F(AddInLibraryTest, TheDataFolderIsNamedByFullPathsOnly) {
+  const std::string home = getenv("HOME") == nullptr ? "" : getenv("HOME");
+  const TemporaryFolder folder;
+  setenv("HOME", folder.PathOf("").c_str(), 1);
+  setenv("XDG_DATA_HOME", "data", 1);
+  EXPECT_EQ(Registration::File(), folder.PathOf(".local/share/helmsway/add-ins/OrvelCalibrateS.Connect.addin"));
+  for (const char* wrong : {"", "home"}) {
+    setenv("HOME", wrong, 1);
+    EXPECT_THROW(DataFolder(), std::runtime_error) << wrong;
+  }
+  setenv("HOME", home.c_str(), 1);
   unsetenv("XDG_DATA_HOME");
 }
 
