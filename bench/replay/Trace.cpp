@@ -5,6 +5,7 @@
 
 #include "bench/replay/FormSnapshot.h"
 #include "bench/replay/InstrumentSnapshot.h"
+#include "bench/replay/JsonText.h"
 #include "bench/replay/MessageWords.h"
 
 namespace Helmsway {
@@ -15,7 +16,7 @@ using Json = nlohmann::ordered_json;
 void Write(std::ostream& out, std::string_view event, const Json& members = Json::object()) {
   Json line = {{"event", event}};
   line.update(members);
-  out << line.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
+  out << JsonText(line) << '\n';
 }
 
 std::string_view NameOf(Answer::Result result) {

@@ -6,8 +6,8 @@
 
 namespace Helmsway {
 
-/// Writes a run as JSON Lines: one object for each event, its kind in the member "event". Bytes that aren't UTF-8 come
-/// out as replacement characters.
+/// Writes a run as JSON Lines: one object for each event, its kind in the member "event". Bytes that aren't UTF-8 are
+/// escaped as `JsonText` says.
 class Trace final : public IReport {
  public:
   /// The stream must outlive the trace.
