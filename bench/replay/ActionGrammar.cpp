@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cmath>
 #include <limits>
 #include <string_view>
 
@@ -80,6 +79,8 @@ constexpr auto Lists = std::to_array<std::string_view>(
     {"cboCollectStep", "cboNestType", "cboHeadType", "cboPosition", "cboTipRack", "cboTipType"});
 constexpr std::int32_t LastButton = 16;
 constexpr std::int32_t MissingButton = 15;
+/// Some thirty years, of which no number that a script can hold makes an infinite time.
+constexpr double MostSeconds = 1e9;
 
 /// A whole number; one outside the range of 32 bits becomes the end of the range on its side.
 std::int32_t ParseNumber(const ScriptWord& word) {
@@ -159,8 +160,8 @@ void TakeLine(Action& action, const ScriptWord& word) {
 void TakeSeconds(Action& action, const ScriptWord& word) {
   const char* const end = word.text.data() + word.text.size();
   const auto [stop, error] = std::from_chars(word.text.data(), end, action.seconds, std::chars_format::fixed);
-  if (stop == end && error == std::errc() && action.seconds > 0 && std::isfinite(action.seconds)) return;
-  throw ScriptMistake("not a number of seconds: " + word.raw);
+  if (stop == end && error == std::errc() && action.seconds > 0 && action.seconds <= MostSeconds) return;
+  throw ScriptMistake("not a number of seconds: " + word.raw + "; it is more than 0 and at most 1000000000");
 }
 
 void TakeText(Action& action, const ScriptWord& word) { action.arguments.push_back(word.text); }

@@ -15,14 +15,19 @@ std::string TraceLines(const std::function<void(Trace&)>& tell) {
   return std::move(lines).str();
 }
 
+void WriteLine(std::ostream& out, const std::string& text) {
+  // A script takes the last CR of a line for a part of the line end.
+  out << text << (text.ends_with('\r') ? "\r\n" : "\n");
+}
+
 }  // namespace
 
 void SessionRecord::WriteScript(std::ostream& out, const std::string& comment) const {
   std::istringstream lines(comment);
   for (std::string line; std::getline(lines, line);) out << "# " << line << '\n';
   for (const Step& step : steps_) {
-    for (const std::string& preparation : step.preparations) out << preparation << '\n';
-    out << step.text << '\n';
+    for (const std::string& preparation : step.preparations) WriteLine(out, preparation);
+    WriteLine(out, step.text);
   }
 }
 

@@ -282,7 +282,13 @@ TEST_F(TrainingRun, WhatIsSaidTooLateOrToTheWrongInstrumentIsAScriptError) {
       {"instrument fault fail #0\ninstrument fault late REV\ninstrument fault link REV 0\n", InstrumentKind::Simulated,
        "-:1: not the number of a line: #0; the first is #1\n"
        "-:2: wrong number of words; the action is written: instrument fault late LINE SECONDS\n"
-       "-:3: not a number of seconds: 0\n"},
+       "-:3: not a number of seconds: 0; it is more than 0 and at most 1000000000\n"},
+      // Added up, they would make a time that a trace can't hold.
+      {"instrument fault late REV 1e999\ninstrument fault link REV 1000000000.5\ninstrument fault late REV inf\n",
+       InstrumentKind::Simulated,
+       "-:1: not a number of seconds: 1e999; it is more than 0 and at most 1000000000\n"
+       "-:2: not a number of seconds: 1000000000.5; it is more than 0 and at most 1000000000\n"
+       "-:3: not a number of seconds: inf; it is more than 0 and at most 1000000000\n"},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.script);
