@@ -22,11 +22,12 @@ std::optional<ReplayOptions> ParseCommandLine(int argc, const char* const* argv,
   std::string instrument = "simulated";
   std::string format = "jsonl";
   std::string trace;
+  std::string locale;
   bool inPlace = false;
 
   CLI::App app(
-      "Plays host, operator and instrument for the add-in from a script, and tells all that crosses the "
-      "add-in's boundary.",
+      "Runs a script of host, operator and instrument actions against the add-in and writes everything that crosses "
+      "its boundary.",
       "helmsway-replay");
   app.add_option("--config", configuration, "Folder with Marivane.ini and Helmsway.ini, either of which may be missing")
       ->type_name("DIR")
@@ -42,6 +43,12 @@ std::optional<ReplayOptions> ParseCommandLine(int argc, const char* const* argv,
       ->check(CLI::IsMember(Formats))
       ->capture_default_str();
   app.add_option("--addin", addIn, "The add-in library")->type_name("PATH")->capture_default_str();
+  const CLI::Option* const localeOption =
+      app.add_option("--locale", locale,
+                     "Run under this locale, as locale -a lists it; without it, numbers of a "
+                     "configuration have the decimal point in every locale")
+          ->type_name("NAME");
+  app.set_version_flag("--version", "helmsway-replay " HELMSWAY_VERSION);
   app.add_option("SCRIPT", options.script, "The script; - for the standard input")->required();
 
   status = ExitStatus::Performed;
@@ -56,6 +63,7 @@ std::optional<ReplayOptions> ParseCommandLine(int argc, const char* const* argv,
   options.workOn = inPlace ? WorkOn::Files : WorkOn::Copies;
   options.instrument = Instruments.at(instrument);
   options.format = Formats.at(format);
+  if (localeOption->count() > 0) options.locale = locale;
   if (traceOption->count() > 0) options.trace = trace;
   return options;
 }

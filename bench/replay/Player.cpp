@@ -6,8 +6,10 @@
 #include "bench/host/ConfigurationFile.h"
 #include "bench/host/ConfigurationService.h"
 #include "bench/host/HostClasses.h"
+#include "bench/replay/Interruption.h"
 #include "bench/replay/MessageWords.h"
 #include "bench/replay/ScriptWords.h"
+#include "bench/replay/ShieldedIniService.h"
 
 namespace Helmsway {
 namespace {
@@ -47,7 +49,9 @@ Player::Player(const AddInLibrary& library, std::string marivaneIni, InstrumentK
   *window_.Out() = new HostWindow(*this);
   Ref<HelmswayCmds::IIniService> files;
   *files.Out() = new ConfigurationService(durability_);
-  *iniService_.Out() = new HostIniService(*this, std::move(files));
+  Ref<HelmswayCmds::IIniService> shieldedFiles;
+  *shieldedFiles.Out() = new ShieldedIniService(std::move(files));
+  *iniService_.Out() = new HostIniService(*this, std::move(shieldedFiles));
   HostClasses::ServeIniService(Ref<HelmswayCmds::IIniService>(iniService_.Get()));
 }
 
@@ -232,6 +236,7 @@ void Player::ReadMember(const std::string& name) {
 
 void Player::EditFile(const Action& action) {
   const std::vector<std::string>& words = action.arguments;
+  const Interruption::Shield shield;
   const bool edited = action.kind == ActionKind::FileSet
                           ? SetIniValue(marivaneIni_, words[0], words[1], words[2], durability_)
                           : RemoveIniValue(marivaneIni_, words[0], words[1], durability_);

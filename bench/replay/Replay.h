@@ -23,11 +23,13 @@ struct ReplayOptions {
   InstrumentKind instrument = InstrumentKind::Simulated;
   std::optional<std::filesystem::path> trace;  ///< empty for the standard output
   OutputFormat format = OutputFormat::JsonLines;
-  std::filesystem::path addIn;  ///< the add-in library's file
-  std::string script;           ///< path, or "-" for the standard input
+  std::filesystem::path addIn;        ///< the add-in library's file
+  std::optional<std::string> locale;  ///< that the program is to run under; empty for the decimal point
+  std::string script;                 ///< path, or "-" for the standard input
 };
 
-/// Performs one run, told on `out` unless the options name a file. Everything that goes wrong is told on `err`.
+/// Performs one run and writes it to `out`, or to the file that the options name. Errors go to `err`. The locale is
+/// left to the caller.
 ExitStatus Replay(const ReplayOptions& options, std::istream& in, std::ostream& out, std::ostream& err);
 
 }  // namespace Helmsway

@@ -18,6 +18,11 @@ std::vector<Action> Beginning() {
   return actions;
 }
 
+void AddError(std::vector<ScriptError>& errors, std::size_t& count, std::size_t line, const std::string& what) {
+  ++count;
+  if (errors.size() < MostErrors) errors.push_back({line, what});
+}
+
 void ParseLine(std::string_view line, std::size_t number, Script& script) {
   const std::size_t start = line.find_first_not_of(" \t");
   if (start == std::string_view::npos || line[start] == '#') return;
@@ -25,7 +30,7 @@ void ParseLine(std::string_view line, std::size_t number, Script& script) {
     script.actions.push_back(ParseAction(SplitWords(line)));
     script.actions.back().line = number;
   } catch (const ScriptMistake& mistake) {
-    script.errors.push_back({number, mistake.what()});
+    AddError(script.errors, script.errorCount, number, mistake.what());
   }
 }
 
@@ -50,12 +55,16 @@ Script ParseScript(std::string_view text) {
 }
 
 void ForbidSimulatedOnly(Script& script) {
+  std::vector<ScriptError> errors;
   for (const Action& action : script.actions) {
     if (!action.needsSimulated) continue;
-    script.errors.push_back({action.line, "this needs the simulated instrument: " + action.text});
+    AddError(errors, script.errorCount, action.line, "this needs the simulated instrument: " + action.text);
   }
+  // The first of both kinds together are among the first of each.
+  script.errors.insert(script.errors.end(), errors.begin(), errors.end());
   std::stable_sort(script.errors.begin(), script.errors.end(),
                    [](const ScriptError& left, const ScriptError& right) { return left.line < right.line; });
+  script.errors.resize(std::min(script.errors.size(), MostErrors));
 }
 
 }  // namespace Helmsway

@@ -20,9 +20,13 @@ struct Script {
   /// What is to be performed, in this order. A script that doesn't create the add-in itself has the actions that do so,
   /// with the line 0, in front.
   std::vector<Action> actions;
-  /// In the order of their lines. A script with errors is not to be performed.
+  /// The first `MostErrors`, in the order of their lines. A script with errors is not to be performed.
   std::vector<ScriptError> errors;
+  std::size_t errorCount = 0;  ///< of all errors
 };
+
+/// So many errors of a script are kept: any file may be taken for a script, and each of its lines may be an error.
+inline constexpr std::size_t MostErrors = 20;
 
 Script ParseScript(std::string_view text);
 
