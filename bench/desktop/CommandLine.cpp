@@ -4,8 +4,10 @@
 #include <QRandomGenerator>
 #include <QTextStream>
 #include <cstdlib>
+#include <exception>
 
 #include "bench/desktop/Appearance.h"
+#include "bench/host/Locale.h"
 
 namespace Helmsway {
 namespace {
@@ -13,6 +15,14 @@ namespace {
 [[noreturn]] void Complain(const QString& what) {
   QTextStream(stderr) << "helmsway-bench: " << what << '\n';
   std::exit(EXIT_FAILURE);
+}
+
+void UseLocale(const QString& name) {
+  try {
+    Locale::Use(name.toStdString());
+  } catch (const std::exception& error) {
+    Complain(QString::fromUtf8(error.what()));
+  }
 }
 
 int NumberOf(const QCommandLineParser& parser, const QCommandLineOption& option, int least, int most) {
@@ -48,6 +58,11 @@ BenchOptions ParseBenchCommandLine(const QStringList& arguments) {
   const QCommandLineOption textSize(QStringLiteral("text-size"), QStringLiteral("Size of all text in percent"),
                                     QStringLiteral("PERCENT"), QStringLiteral("100"));
   const QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("Dark colours"));
+  const QCommandLineOption locale(
+      QStringLiteral("locale"),
+      QStringLiteral("Run under this locale, as locale -a lists it; without it, numbers of a configuration have the "
+                     "decimal point in every locale"),
+      QStringLiteral("NAME"));
 
   const QCommandLineOption quitWhenShown(QStringLiteral("quit-when-shown"),
                                          QStringLiteral("End once the window has been drawn: to measure the start"));
@@ -57,12 +72,13 @@ BenchOptions ParseBenchCommandLine(const QStringList& arguments) {
       QStringLiteral("The stand-in host with a simulated Marivane: runs the add-in in a window."));
   parser.addHelpOption();
   parser.addVersionOption();
-  parser.addOptions({addIn, installation, clock, seed, lostSteps, textSize, dark, quitWhenShown});
+  parser.addOptions({addIn, installation, clock, seed, lostSteps, textSize, dark, locale, quitWhenShown});
   parser.process(arguments);
   if (!parser.positionalArguments().isEmpty()) {
     Complain(QStringLiteral("there is nothing to be done with %1; see --help")
                  .arg(parser.positionalArguments().constFirst()));
   }
+  if (parser.isSet(locale)) UseLocale(parser.value(locale));
 
   BenchOptions options;
   options.addIn = parser.value(addIn).toStdString();

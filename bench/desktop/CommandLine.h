@@ -18,7 +18,8 @@ struct BenchOptions {
   bool quitWhenShown = false;  ///< for those who measure how long the start takes
 };
 
-/// Ends the program, help or a complaint having been told, when the command line asks for that or is bad.
+/// Puts the process under the locale that is asked for. Ends the program, help or a complaint having been told, when
+/// the command line asks for that or is bad.
 BenchOptions ParseBenchCommandLine(const QStringList& arguments);
 
 }  // namespace Helmsway

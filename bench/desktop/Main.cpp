@@ -8,6 +8,7 @@
 #include "bench/desktop/CommandLine.h"
 #include "bench/desktop/Installation.h"
 #include "bench/desktop/MainWindow.h"
+#include "bench/host/Locale.h"
 #include "bench/host/Registration.h"
 
 namespace {
@@ -48,6 +49,7 @@ class QuitWhenDrawn final : public QObject {
 }  // namespace
 
 int main(int argc, char** argv) {
+  Locale::FixNumbers();
   QApplication::setApplicationName(QStringLiteral("helmsway-bench"));
   QApplication::setApplicationVersion(QStringLiteral(HELMSWAY_VERSION));
   const QApplication application(argc, argv);
