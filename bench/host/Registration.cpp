@@ -72,6 +72,10 @@ FoundAddIn FindAddIn(const fs::path& beside) {
                                  : "no add-in is registered, and there is none beside the program: " + beside.string());
   }
   AddInLibrary(beside).Register();
+  // Under a umask that leaves new files to the user's group, the next start would refuse what has just been made.
+  for (const fs::path& own : {File(), File().parent_path()}) {
+    fs::permissions(own, fs::perms::group_write | fs::perms::others_write, fs::perm_options::remove, missing);
+  }
   return {beside, true};
 }
 

@@ -1,5 +1,6 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <cstdlib>
 #include <string>
@@ -59,7 +60,9 @@ TEST_F(AddInLibraryTest, IsFoundByARegistrationThatOthersCantChange) {
   setenv("XDG_DATA_HOME", folder.PathOf("").c_str(), 1);
   const fs::path none = folder.PathOf("none.so");
   EXPECT_THROW(Registration::FindAddIn(none), std::runtime_error);
+  const mode_t mask = umask(S_IWOTH);  // new files are for the user's group as well
   EXPECT_TRUE(Registration::FindAddIn(file).registeredNow);
+  umask(mask);
   // Beside the program, where others may write as they may to the program: nothing is gained by a refusal.
   EXPECT_FALSE(Registration::FindAddIn(file).registeredNow);
 
