@@ -13,6 +13,7 @@
 #include "bench/instrument/DescribeMachine.h"
 #include "bench/instrument/SimulatedMarivane.h"
 #include "tests/fuzz/Demand.h"
+#include "tests/fuzz/ProcessorTimeLimit.h"
 #include "tests/instrument/BenchModel.h"
 
 namespace Helmsway::Fuzzing {
@@ -219,6 +220,7 @@ class Bench {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace Helmsway::Fuzzing;
+  const ProcessorTimeLimit limit;
   std::istringstream lines(std::string(reinterpret_cast<const char*>(data), size));
   std::string line;
   std::getline(lines, line);

@@ -11,6 +11,7 @@
 #include "bench/host/IniFile.h"
 #include "tests/fuzz/Demand.h"
 #include "tests/fuzz/PlainIniReading.h"
+#include "tests/fuzz/ProcessorTimeLimit.h"
 
 namespace Helmsway::Fuzzing {
 namespace {
@@ -108,6 +109,7 @@ void CheckLargeFile(const std::string& bytes, const std::string& section, const 
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace Helmsway::Fuzzing;
+  const ProcessorTimeLimit limit;
   FuzzedDataProvider input(data, size);
   const std::string section = input.ConsumeRandomLengthString();
   const std::string key = input.ConsumeRandomLengthString();

@@ -18,6 +18,7 @@
 #include "tests/fuzz/ConversionChecks.h"
 #include "tests/fuzz/Demand.h"
 #include "tests/fuzz/LineService.h"
+#include "tests/fuzz/ProcessorTimeLimit.h"
 
 namespace Helmsway::Fuzzing {
 namespace {
@@ -94,6 +95,7 @@ void CheckReaders(const Configuration& configuration) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace Helmsway::Fuzzing;
   using namespace OrvelCalibrateS;
+  const ProcessorTimeLimit limit;
   FuzzedDataProvider input(data, size);
   const std::string line = input.ConsumeRandomLengthString();
   auto* const service = new LineService(line, input.ConsumeRemainingBytesAsString());

@@ -6,6 +6,7 @@
 #include "bench/replay/Script.h"
 #include "bench/replay/ScriptWords.h"
 #include "tests/fuzz/Demand.h"
+#include "tests/fuzz/ProcessorTimeLimit.h"
 
 namespace Helmsway::Fuzzing {
 namespace {
@@ -52,6 +53,7 @@ void CheckArguments(const Action& action) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace Helmsway;
   using namespace Helmsway::Fuzzing;
+  const ProcessorTimeLimit limit;
   const std::string text(reinterpret_cast<const char*>(data), size);
   const auto lineCount = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1;
   Script script = ParseScript(text);
