@@ -39,6 +39,7 @@ int main(int argc, char** argv) {
   std::ios::sync_with_stdio(false);
   DescriptorStream out(STDOUT_FILENO);
   DescriptorStream rawErr(STDERR_FILENO);
+  rawErr << std::unitbuf;  // a complaint is there even if the program crashes after it
   PrintableStream err(rawErr);
   ExitStatus status = Run(argc, argv, out, err);
   if (!out.flush()) {
