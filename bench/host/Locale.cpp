@@ -1,5 +1,6 @@
 #include "bench/host/Locale.h"
 
+#include <array>
 #include <cstdlib>
 #include <locale>
 #include <stdexcept>
@@ -8,9 +9,9 @@ namespace Helmsway::Locale {
 namespace {
 
 /// All that LC_ALL overrides, but for LC_NUMERIC.
-constexpr const char* OtherCategories[] = {"LC_CTYPE",       "LC_COLLATE", "LC_MONETARY",      "LC_MESSAGES",
-                                           "LC_TIME",        "LC_PAPER",   "LC_NAME",          "LC_TELEPHONE",
-                                           "LC_MEASUREMENT", "LC_ADDRESS", "LC_IDENTIFICATION"};
+constexpr auto OtherCategories =
+    std::to_array<const char*>({"LC_CTYPE", "LC_COLLATE", "LC_MONETARY", "LC_MESSAGES", "LC_TIME", "LC_PAPER",
+                                "LC_NAME", "LC_TELEPHONE", "LC_MEASUREMENT", "LC_ADDRESS", "LC_IDENTIFICATION"});
 
 }  // namespace
 

@@ -29,13 +29,17 @@ std::string WhyOthersMayChange(const fs::path& path) {
   return "other users may write " + path.string() + " (chmod go-w takes that away)";
 }
 
+[[noreturn]] void Refuse(const std::string& what, const std::string& why) {
+  throw AddInLibraryError("the " + what + " isn't used: " + why);
+}
+
 /// Throws unless file and folder are out of others' reach. A link is looked at where it is and where it leads.
 void DemandTrusted(const fs::path& file, const std::string& what) {
   std::error_code ignored;
   const fs::path target = fs::weakly_canonical(file, ignored);
   for (const fs::path& path : {file, file.parent_path(), target.parent_path()}) {
     const std::string why = WhyOthersMayChange(path);
-    if (!why.empty()) throw AddInLibraryError("the " + what + " isn't used: " + why);
+    if (!why.empty()) Refuse(what, why);
   }
 }
 
@@ -53,8 +57,8 @@ std::optional<fs::path> RegisteredAddIn() {
   if (!library || library->empty()) return std::nullopt;
   fs::path path(*library);
   if (path.is_absolute()) return path;
-  throw AddInLibraryError("the add-in's registration " + registration.string() + " isn't used: it names the library " +
-                          path.string() + ", which isn't a full path");
+  Refuse("add-in's registration " + registration.string(),
+         "it names the library " + path.string() + ", which isn't a full path");
 }
 
 FoundAddIn FindAddIn(const fs::path& beside) {

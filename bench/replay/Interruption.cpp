@@ -29,7 +29,7 @@ struct State {
 
 /// Never destroyed: the watching thread may need it while the main thread is on its way out.
 State& Shared() {
-  static State* const state = new State;
+  static auto* const state = new State;
   return *state;
 }
 

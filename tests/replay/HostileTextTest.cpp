@@ -80,19 +80,14 @@ TEST(HostileText, BytesThatAreNotUtf8PassThroughARunAndARecord) {
 TEST(HostileText, WhatATerminalWouldObeyIsShown) {
   const std::pair<const char*, const char*> rows[] = {
       {"plain \\ \xC3\xA4\xE2\x82\xAC\xF0\x9F\x94\xA7", "plain \\ \xC3\xA4\xE2\x82\xAC\xF0\x9F\x94\xA7"},
-      {"\x1B[31m\a\b\x7F", "\\x1b[31m\\x07\\x08\\x7f"},
-      {"\t\r\n", "\\t\\r\\n"},
-      {"\xC2\x9B"
-       "2J",
-       "\\u{9b}2J"},
-      {"\xE2\x80\xAEtxt", "\\u{202e}txt"},
+      {"\x1B[31m\a\b\x7F", R"(\x1b[31m\x07\x08\x7f)"},
+      {"\t\r\n", R"(\t\r\n)"},
+      {"\xC2\x9B[2J", "\\u{9b}[2J"},
+      {"\xE2\x80\xAEtxt", "\\u{202e}txt"},  // NOLINT(misc-misleading-bidirectional)
       {"\xFC\x9B", "\\xfc\\x9b"},
   };
   for (const auto& [text, shown] : rows) EXPECT_EQ(Printable(text), shown);
-  EXPECT_EQ(Shortened("abc\xC3\xA4"
-                      "def",
-                      4),
-            "abc ... (5 more bytes)");
+  EXPECT_EQ(Shortened("abc\xC3\xA4xyz", 4), "abc ... (5 more bytes)");
   EXPECT_EQ(Shortened("abc", 3), "abc");
 
   const TemporaryFolder configuration;

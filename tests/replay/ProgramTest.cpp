@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <chrono>
 #include <csignal>
 #include <functional>
@@ -41,11 +42,12 @@ class Running {
   Running(std::vector<std::string> arguments, const std::string& temporaryFiles, bool ignoreHangUp = false) {
     arguments.insert(arguments.begin(), ProgramFile());
     std::vector<char*> words;
+    words.reserve(arguments.size() + 1);
     for (std::string& argument : arguments) words.push_back(argument.data());
     words.push_back(nullptr);
-    int in[2];
-    int out[2];
-    if (pipe2(in, O_CLOEXEC) != 0 || pipe2(out, O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
+    std::array<int, 2> in{};
+    std::array<int, 2> out{};
+    if (pipe2(in.data(), O_CLOEXEC) != 0 || pipe2(out.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
     toInput_ = in[1];
     FromOutput = out[0];
     process_ = fork();
