@@ -62,9 +62,14 @@ void Append(const Json& json, std::string& line) {
 }  // namespace
 
 std::string JsonText(const Json& json) {
-  std::string line;
-  Append(json, line);
-  return line;
+  try {
+    return json.dump();
+  } catch (const Json::type_error&) {
+    // Not UTF-8. The library writes much faster, so only these lines are written here.
+    std::string line;
+    Append(json, line);
+    return line;
+  }
 }
 
 }  // namespace Helmsway

@@ -43,7 +43,7 @@ int main(int argc, char** argv) {
   PrintableStream err(rawErr);
   ExitStatus status = Run(argc, argv, out, err);
   if (!out.flush()) {
-    err << "helmsway-replay: the standard output can't be written\n";
+    if (status == ExitStatus::Performed) err << "helmsway-replay: the standard output can't be written\n";
     status = ExitStatus::Failed;
   }
   if (!err.flush()) status = ExitStatus::Failed;

@@ -36,6 +36,7 @@ TEST(HostileText, ATraceHasUtf8AsItIsAndEachOtherByteAsAnEscape) {
   EXPECT_EQ(JsonText(valid), Json(valid).dump());
   const Json nested = {{"a", {1, -2.5, true, nullptr, {{"b", Json::array()}, {"c", Json::object()}}}}, {"d", valid}};
   EXPECT_EQ(JsonText(nested), nested.dump());
+  EXPECT_EQ(JsonText({nested, "\xFF"}), "[" + nested.dump() + R"(,"\udcff"])");
 
   const std::pair<std::string, const char*> rows[] = {
       {"M\xFCller \x80", R"("M\udcfcller \udc80")"},
