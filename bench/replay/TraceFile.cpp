@@ -77,6 +77,7 @@ std::string SystemsReason() { return std::generic_category().message(errno); }
 
 TraceFile::TraceFile(const fs::path& file, const std::vector<fs::path>& inputs)
     : name_(file), target_(WithoutLinks(file)) {
+  if (!file.has_filename()) RefuseToWrite(file, "it doesn't name a file");
   for (const fs::path& input : inputs) {
     if (WouldOverwrite(file, input)) RefuseToWrite(file, "it is what the run reads, " + input.string());
   }

@@ -91,6 +91,7 @@ TEST_F(TraceFileTest, IsWrittenDirectlyWhereThereIsNoFileToReplace) {
   options.trace = "/dev/null";
   EXPECT_EQ(RunScript(options, "show\n").status, ExitStatus::Performed);
   EXPECT_TRUE(fs::is_character_file("/dev/null"));
+  EXPECT_EQ(Run("new/").status, ExitStatus::Failed);
   const ReplayRun run = Run("config");
   EXPECT_NE(run.complaints.find("it is a folder"), std::string::npos) << run.complaints;
 }
