@@ -119,10 +119,8 @@ void Player::Do(const Action& action) {
       return iniService_->SetWrites(Access::Fails);
     case ActionKind::FileWritesWork:
       return iniService_->SetWrites(Access::Works);
-    default: {
-      const Interruption::Shield shield;
+    default:
       return EditFile(action);
-    }
   }
 }
 
@@ -238,6 +236,7 @@ void Player::ReadMember(const std::string& name) {
 
 void Player::EditFile(const Action& action) {
   const std::vector<std::string>& words = action.arguments;
+  const Interruption::Shield shield;
   const bool edited = action.kind == ActionKind::FileSet
                           ? SetIniValue(marivaneIni_, words[0], words[1], words[2], durability_)
                           : RemoveIniValue(marivaneIni_, words[0], words[1], durability_);
