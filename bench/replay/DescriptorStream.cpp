@@ -38,7 +38,7 @@ bool DescriptorStream::Buffer::WriteOut() {
     if (written >= 0) {
       next += written;
     } else if (errno == EAGAIN) {
-      // Whoever shares the pipe with us has made it one that doesn't wait.
+      // Another process that holds the pipe has made it non-blocking.
       pollfd ready{descriptor_, POLLOUT, 0};
       ::poll(&ready, 1, -1);
     } else if (errno != EINTR) {

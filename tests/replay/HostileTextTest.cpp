@@ -17,7 +17,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-/// The bytes that a text of a trace stands for.
+/// The bytes of a text that a trace shows as this JSON.
 std::string BytesOf(std::string json) {
   std::string bytes;
   for (std::size_t at = json.find("\\udc"); at != std::string::npos; at = json.find("\\udc")) {
