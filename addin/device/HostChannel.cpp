@@ -16,8 +16,11 @@ constexpr HelmswayCmds::Boolean AsBoolean(bool value) { return value ? HelmswayC
 
 Ref<HelmswayCmds::IDeviceLink> HostChannel::DeviceLink() const {
   const auto connection = Held(ParentConnection);
-  return Given<HelmswayCmds::IDeviceLink>(
-      [&](HelmswayCmds::IDeviceLink** link) { return connection->GetDeviceLink(link); });
+  auto link = Given<HelmswayCmds::IDeviceLink>(
+      [&](HelmswayCmds::IDeviceLink** given) { return connection->GetDeviceLink(given); });
+  // The host may have ended the form inside the call: a form that has left sends and writes nothing more.
+  Require(static_cast<bool>(ParentConnection));
+  return link;
 }
 
 bool HostChannel::StopRequested() const {

@@ -82,6 +82,7 @@ struct Window final : FakeHost::Object<HelmswayCmds::IHostWindow> {
   struct Bar final : FakeHost::Object<HelmswayCmds::IStatusBar> {
     Bar(FakeHost& host, Gives gives, const Event& event) : Object(host), Given(gives), Happens(event) {}
     Result GetPanel(HelmswayCmds::Text key, HelmswayCmds::IStatusPanel** panel) noexcept override {
+      Happen(Happens);
       if (AsView(key) != "STATUS" || Given == Gives::NoPanel) return Result::Failed;
       *panel = Given == Gives::NullPanel ? nullptr : new Panel(Host, Happens);
       return Result::Ok;
@@ -110,6 +111,23 @@ struct Window final : FakeHost::Object<HelmswayCmds::IHostWindow> {
   const Event& Happens;
 };
 
+/// A connection that lets something happen when it is asked what it is, and when its link is fetched.
+struct EventfulConnection final : FakeHost::Object<HelmswayCmds::IParentConnection> {
+  EventfulConnection(FakeHost& host, const Event& onQuery, const Event& onLink)
+      : Object(host), OnQuery(onQuery), OnLink(onLink) {}
+  Result QueryInterface(const HelmswayCmds::Id& interfaceId, void** object) noexcept override {
+    Happen(OnQuery);
+    return Object::QueryInterface(interfaceId, object);
+  }
+  Result GetDeviceLink(HelmswayCmds::IDeviceLink** link) noexcept override {
+    Happen(OnLink);
+    *link = new FakeHost::DeviceLink(Host);
+    return Result::Ok;
+  }
+  const Event& OnQuery;
+  const Event& OnLink;
+};
+
 class HostileHost : public testing::Test {
  public:
   HostileHost(const HostileHost&) = delete;
@@ -129,9 +147,10 @@ class HostileHost : public testing::Test {
   /// Creates the add-in and hands over connection and window, of which the host keeps no reference.
   void Begin(Window::Gives gives = Window::Gives::All) {
     session = std::make_unique<AddInSession>(*library);
-    session->Form().PutObjectParent(Adopt(new FakeHost::Connection(host)).Get());
+    GiveConnection();
     session->Form().PutFormParent(Adopt(new Window(host, gives, onWindow)).Get());
   }
+  void GiveConnection() { session->Form().PutObjectParent(Adopt(new EventfulConnection(host, onQuery, onLink)).Get()); }
   bool Press(std::int16_t button) { return session->Surface().Click(session->Surface().Find("cmdButton", button)); }
   void ToMainPage() {
     EXPECT_TRUE(Press(10));
@@ -144,6 +163,8 @@ class HostileHost : public testing::Test {
   FakeHost host;
   Event onFile;
   Event onWindow;
+  Event onQuery;
+  Event onLink;
   std::optional<AddInLibrary> library;
   std::unique_ptr<AddInSession> session;
 };
@@ -294,6 +315,24 @@ TEST_F(HostileHost, AHostThatTakesItselfBackInsideACallIsKeptUntilTheCallReturns
   };
   EXPECT_TRUE(session->Surface().Click(0));
   EXPECT_EQ(host.Log, Lines{"focus"});
+}
+
+TEST_F(HostileHost, AFormThatIsEndedWhileItsLinkIsFetchedWritesAndSendsNothingMore) {
+  // The fetches of a press: for the press itself, the flag's read, and the three steps of the send.
+  for (int fetch = 1; fetch <= 5; ++fetch) {
+    SCOPED_TRACE(fetch);
+    Begin();
+    ToMainPage();
+    int left = fetch;
+    onLink = [&] {
+      if (--left > 0) return;
+      onLink = nullptr;
+      session->Form().PutObjectParent(nullptr);
+    };
+    EXPECT_TRUE(Press(5));
+    EXPECT_EQ(host.Log.back(), "active False");
+    session.reset();
+  }
 }
 
 /// Ends the process with another status when it is called after the host's end.
