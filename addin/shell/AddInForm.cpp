@@ -80,6 +80,7 @@ Result AddInForm::PutObjectParent(HelmswayCmds::IObject* connection) noexcept {
     Skip([&] {
       auto parentConnection = Query<HelmswayCmds::IParentConnection>(connection);
       Require(static_cast<bool>(parentConnection));
+      Require(form.Loaded());  // the host may have ended the form inside the query
       host.ParentConnection = std::move(parentConnection);
     });
   });
@@ -95,9 +96,14 @@ Result AddInForm::PutFormParent(HelmswayCmds::IObject* window) noexcept {
     Skip([&] {
       auto formParent = Query<HelmswayCmds::IHostWindow>(window);
       Require(static_cast<bool>(formParent));
+      Require(form.Loaded());
       host.FormParent = std::move(formParent);
     });
-    Put(host.StatusPanel, [&] { return FindStatusPanel(host.FormParent); });
+    Put(host.StatusPanel, [&] {
+      auto panel = FindStatusPanel(host.FormParent);
+      Require(form.Loaded());
+      return panel;
+    });
   });
 }
 

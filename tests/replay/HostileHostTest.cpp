@@ -335,6 +335,33 @@ TEST_F(HostileHost, AFormThatIsEndedWhileItsLinkIsFetchedWritesAndSendsNothingMo
   }
 }
 
+TEST_F(HostileHost, AFormThatIsEndedWhileItIsGivenAnObjectDoesNotTakeIt) {
+  const Event end = [&] { session->Form().PutObjectParent(nullptr); };
+  Begin();
+  ToMainPage();
+  host.Meanwhile["MOVE SD_Y 0"] = [&] {
+    onQuery = end;
+    GiveConnection();
+    onQuery = nullptr;
+  };
+  EXPECT_TRUE(Press(0));
+  EXPECT_EQ(host.Log.back(), "sent MOVE SD_Y 0") << "the instrument gets no further line";
+  session.reset();
+
+  Begin();
+  ToMainPage();
+  EXPECT_TRUE(Press(14) && Press(9));
+  host.Log.clear();
+  host.Meanwhile["HOME ALL"] = [&] {
+    const auto window = Adopt(new Window(host, Window::Gives::All, onWindow));
+    onWindow = end;
+    session->Form().PutFormParent(window.Get());
+    onWindow = nullptr;
+  };
+  EXPECT_TRUE(Press(13));
+  EXPECT_EQ(host.Log.back(), "sent HOME ALL") << "the panel gets no further text";
+}
+
 /// Ends the process with another status when it is called after the host's end.
 struct MortalService final : HelmswayCmds::IIniService {
   static inline bool hostHasEnded = false;
