@@ -72,9 +72,7 @@ Result AddInForm::PutObjectParent(HelmswayCmds::IObject* connection) noexcept {
   return OnForm([&](frmAddIn& form) {
     HostChannel& host = form.Host();
     if (connection == nullptr) {
-      Skip([&] { host.WriteAddInActive(false); });
-      host.ParentConnection = {};
-      form.Unload();
+      form.DropConnection();
       return;
     }
     Skip([&] {

@@ -1,6 +1,7 @@
 #include "addin/wizard/frmAddIn.h"
 
 #include <string>
+#include <utility>
 
 #include "addin/base/Steps.h"
 #include "addin/language/Language.h"
@@ -76,8 +77,18 @@ void frmAddIn::Form_Load() {
 }
 
 void frmAddIn::Unload() {
-  if (!loaded_) return;
-  loaded_ = false;
+  // First, so that whatever the host does inside the calls below finds the form gone.
+  if (std::exchange(loaded_, false)) Form_Unload();
+}
+
+void frmAddIn::DropConnection() {
+  if (!std::exchange(loaded_, false)) return;
+  Skip([&] { host_.WriteAddInActive(false); });
+  host_.ParentConnection = {};
+  Form_Unload();
+}
+
+void frmAddIn::Form_Unload() {
   Skip([&] { host_.WriteAddInActive(false); });
   host_.StatusPanel = {};
   host_.FormParent = {};
@@ -88,7 +99,7 @@ void frmAddIn::Unload() {
 void frmAddIn::ConnectHandlers() {
   const auto handler = [this](auto operation) {
     return [form = weak_from_this(), operation] {
-      if (const auto alive = form.lock()) operation(*alive);
+      if (const auto alive = form.lock(); alive && alive->Loaded()) operation(*alive);
     };
   };
   for (const auto& control : form_.Controls()) {

@@ -25,8 +25,10 @@ class frmAddIn : public std::enable_shared_from_this<frmAddIn> {
   /// Applies the captions of the machine's language.
   void Form_Load();
   /// Runs Form_Unload: tells the instrument that the add-in is gone, drops the host's objects and closes the form.
-  /// Does nothing for a form that has been unloaded.
+  /// Does nothing for a form that has been unloaded. From the beginning of it the operator reaches nothing any more.
   void Unload();
+  /// The same, for a host that takes its connection back: that goes first, after it has been told.
+  void DropConnection();
   bool Loaded() const { return loaded_; }
 
   forms::Form& Form() { return form_; }
@@ -48,6 +50,7 @@ class frmAddIn : public std::enable_shared_from_this<frmAddIn> {
   frmAddIn(const IniFiles& files, SharedRecords& records, SendState& sending);
 
   void ConnectHandlers();
+  void Form_Unload();
 
   void chkStageEmpty_Click();
   void chkToolInstalled_Click();

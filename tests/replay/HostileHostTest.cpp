@@ -362,6 +362,31 @@ TEST_F(HostileHost, AFormThatIsEndedWhileItIsGivenAnObjectDoesNotTakeIt) {
   EXPECT_EQ(host.Log.back(), "sent HOME ALL") << "the panel gets no further text";
 }
 
+TEST_F(HostileHost, NothingThatIsDoneWhileTheFormLeavesTakesAddInActiveBack) {
+  for (const bool byConnect : {false, true}) {
+    for (const std::int16_t button : {std::int16_t{5}, std::int16_t{14}, std::int16_t{16}, std::int16_t{-1}}) {
+      SCOPED_TRACE(std::to_string(button) + (byConnect ? " as Connect goes" : " as the connection goes"));
+      Begin();
+      ToMainPage();
+      HelmswayCmds::IAddInForm& form = session->Form();
+      forms::ISurface& surface = session->Surface();
+      int asked = 0;
+      onLink = [&] {
+        if (asked++ > 0) return;
+        if (button >= 0) surface.Click(surface.Find("cmdButton", button));
+        if (!byConnect && button < 0) {
+          EXPECT_EQ(form.SaveChanges(), Result::Failed);
+        }
+      };
+      byConnect ? session.reset() : static_cast<void>(form.PutObjectParent(nullptr));
+      onLink = nullptr;
+      EXPECT_EQ(asked, 1);
+      EXPECT_EQ(host.Log, Lines{"active False"});
+      session.reset();
+    }
+  }
+}
+
 /// Ends the process with another status when it is called after the host's end.
 struct MortalService final : HelmswayCmds::IIniService {
   static inline bool hostHasEnded = false;
