@@ -26,7 +26,9 @@ auto Rows(double stepFactor) {
   };
 }
 
-Calibration FindByName(const Configuration& configuration, std::string_view name) {
+/// The name must be a copy of what the caller was given: that may be a field of a shared record, which the host can
+/// have replaced inside a read.
+Calibration FindByName(const Configuration& configuration, const std::string& name) {
   Calibration calibration;
   WalkItems(FailureMode::Skip, [&](const std::string& number) {
     calibration = ReadCalibration(configuration, number);
@@ -39,7 +41,7 @@ Calibration FindByName(const Configuration& configuration, std::string_view name
 
 Calibration ReadCalibration(const Configuration& configuration, std::string_view item, std::string_view name,
                             std::string_view file) {
-  if (item.empty()) return name.empty() ? Calibration() : FindByName(configuration, name);
+  if (item.empty()) return name.empty() ? Calibration() : FindByName(configuration, std::string(name));
 
   const DeviceType& device = configuration.Records.DeviceType;
   const std::string section = "Calibration_" + device.Name;

@@ -31,7 +31,9 @@ void ReadSlot(NestSlot& slot, const char* slotNumber, std::size_t basePlace, con
   });
 }
 
-NestType FindOnPosition(const Configuration& configuration, std::string_view positionName) {
+/// The name must be a copy of what the caller was given: that may be a field of a shared record, which the host can
+/// have replaced inside a read.
+NestType FindOnPosition(const Configuration& configuration, const std::string& positionName) {
   NestType nest;
   WalkItems(FailureMode::Skip, [&](const std::string& number) {
     nest = ReadNestType(configuration, number, positionName);
@@ -52,7 +54,7 @@ NestType ReadNestType(const Configuration& configuration, std::string_view item,
                       std::string_view file) {
   const double stepFactor = SDXYStepFactor(configuration.Records.DeviceType);
   const double mmPerStep = configuration.Records.AxisZ.MmPerStep;
-  if (item.empty() && !name.empty()) return FindOnPosition(configuration, name);
+  if (item.empty() && !name.empty()) return FindOnPosition(configuration, std::string(name));
 
   const ItemSource source = FindItem(configuration.Files, section, item, file, EmptyItem::Installed);
   NestType nest;

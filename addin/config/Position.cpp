@@ -35,7 +35,9 @@ auto Rows(double stepFactor) {
   };
 }
 
-Position FindByName(const Configuration& configuration, std::string_view name) {
+/// The name must be a copy of what the caller was given: that may be a field of a shared record, which the host can
+/// have replaced inside a read.
+Position FindByName(const Configuration& configuration, const std::string& name) {
   Position position;
   WalkItems(FailureMode::Skip, [&](const std::string& number) {
     position = ReadPosition(configuration, number);
@@ -48,7 +50,7 @@ Position FindByName(const Configuration& configuration, std::string_view name) {
 
 Position ReadPosition(const Configuration& configuration, std::string_view item, std::string_view name,
                       std::string_view file) {
-  if (item.empty()) return name.empty() ? Position() : FindByName(configuration, name);
+  if (item.empty()) return name.empty() ? Position() : FindByName(configuration, std::string(name));
 
   const DeviceType& device = configuration.Records.DeviceType;
   const std::string section = "Position_" + device.Name;

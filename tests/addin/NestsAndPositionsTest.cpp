@@ -6,7 +6,9 @@
 
 #include "addin/config/Calibration.h"
 #include "addin/config/ItemSource.h"
+#include "addin/config/NestType.h"
 #include "addin/config/Position.h"
+#include "addin/sequences/InstalledKeys.h"
 #include "tests/addin/TestConfiguration.h"
 
 namespace OrvelCalibrateS {
@@ -127,6 +129,27 @@ TEST(PositionTest, PositionsAndCalibrationsTreatTiesDifferently) {
     EXPECT_EQ(ReadPosition(machine.Config, "1").SdX1, position);
     EXPECT_EQ(ReadCalibration(machine.Config, "1").SdX, calibration);
   }
+}
+
+TEST(WalkByNameTest, LooksForTheNameThatItBeganWithAlsoWhenItsRecordIsReplacedMeanwhile) {
+  // The host can run another load inside any call, and the name may be a field of what that load replaces.
+  TestConfiguration test;
+  const std::string name = "A place with a name of some length";
+  test.Records.DeviceType.Name = "2";
+  test.Ini.Set("Position_2", {{"Item1", "OTHER,\"Other\""}, {"Item2", name + ",\"Sought\""}});
+  test.Ini.Set("Calibration_2", {{"Item1", "OTHER"}, {"Item2", name + ",7"}});
+  test.Ini.Set("NestType", {{"Item1", "\"Other\",OTHER"}, {"Item2", "\"Sought\"," + name}});
+  std::string field;
+  test.Ini.Meanwhile = [&] { field.assign(name.size(), '-'); };
+  EXPECT_EQ(ReadPosition(test.Config, "", field = name).DisplayName, "Sought");
+  EXPECT_EQ(ReadCalibration(test.Config, "", field = name).Place1, 7);
+  EXPECT_EQ(ReadNestType(test.Config, "", field = name).Name, "Sought");
+
+  field = name;
+  WriteInstalledHead(test.Files, field);
+  field = name;
+  WriteInstalledTip(test.Files, field);
+  EXPECT_EQ(test.Ini.Writes, (Lines{"HeadType/Installed=" + name, "TipType/Installed=" + name}));
 }
 
 TEST(ItemSourceTest, AWalkWithoutAnEndEndsBehindTheLargestNumber) {

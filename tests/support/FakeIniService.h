@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -22,10 +23,11 @@ class FakeIniService final : public Implements<HelmswayCmds::IIniService> {
   bool ReadsFail = false;
   bool WritesFail = false;
   bool SplitsFail = false;
-  std::int32_t ExcessCount = 0;  ///< what `SplitText` counts beyond the pieces that it gives
-  std::string UnsplitText;       ///< only splits of texts that contain this one fail
-  Lines Reads;                   ///< "Section/Key", in order
-  Lines Writes;                  ///< "Section/Key=value", in order
+  std::int32_t ExcessCount = 0;     ///< what `SplitText` counts beyond the pieces that it gives
+  std::string UnsplitText;          ///< only splits of texts that contain this one fail
+  std::function<void()> Meanwhile;  ///< happens inside each read and write
+  Lines Reads;                      ///< "Section/Key", in order
+  Lines Writes;                     ///< "Section/Key=value", in order
 
   /// Sets keys of Marivane.ini.
   void Set(std::string_view section, const std::vector<std::pair<std::string_view, std::string_view>>& values) {
@@ -35,6 +37,7 @@ class FakeIniService final : public Implements<HelmswayCmds::IIniService> {
   Result ReadIni(HelmswayCmds::Text section, HelmswayCmds::Text key, HelmswayCmds::Text filePath,
                  HelmswayCmds::Text defaultValue, HelmswayCmds::ITextTarget& value) noexcept override {
     if (ReadsFail) return Result::Failed;
+    if (Meanwhile) Meanwhile();
     Reads.push_back(std::string(AsView(section)) + "/" + std::string(AsView(key)));
     const auto& file = FileOf(filePath);
     const auto found = file.find(Name(AsView(section), AsView(key)));
@@ -44,6 +47,7 @@ class FakeIniService final : public Implements<HelmswayCmds::IIniService> {
   Result WriteIni(HelmswayCmds::Text section, HelmswayCmds::Text key, HelmswayCmds::Text filePath,
                   HelmswayCmds::Text value) noexcept override {
     if (WritesFail) return Result::Failed;
+    if (Meanwhile) Meanwhile();
     FileOf(filePath)[Name(AsView(section), AsView(key))] = AsView(value);
     Writes.push_back(std::string(AsView(section)) + "/" + std::string(AsView(key)) + "=" + std::string(AsView(value)));
     return Result::Ok;
