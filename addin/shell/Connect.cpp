@@ -33,8 +33,8 @@ Result Connect::GetCaption(HelmswayCmds::ITextTarget& caption) noexcept {
   // The target is the host's, which may let go of this object while it takes the text.
   const InProcessServer::InUse running;
   return AtBoundary([&] {
-    const std::shared_ptr<frmAddIn> form = load_->Form();
-    Require(form->Loaded());
+    const std::shared_ptr<frmAddIn> form = load_->LoadedForm();
+    Require(form != nullptr);
     Require(caption.Assign(AsText(form->Form().Caption())));
   });
 }

@@ -10,7 +10,7 @@
 
 namespace OrvelCalibrateS {
 
-/// The library's one public class. Making the first one loads the form, the end of the last one unloads it.
+/// The library's one public class. Making one loads the form unless it is loaded; the end of the last one unloads it.
 class Connect final : public Implements<HelmswayCmds::IAddIn> {
  public:
   /// Makes nothing when the class doesn't offer the interface.

@@ -14,14 +14,25 @@ struct EventHold {
 }  // namespace
 
 FormLoad::FormLoad(const IniFiles& files, SharedRecords& records, SendState& sending)
-    : form_(frmAddIn::Make(files, records, sending)) {
-  form_->Form().HoldDuringEvents([form = std::weak_ptr<frmAddIn>(form_)] {
+    : files_(files), records_(records), sending_(sending) {}
+
+FormLoad::~FormLoad() {
+  if (form_) form_->Unload();
+}
+
+void FormLoad::Load() {
+  if (LoadedForm()) return;
+  const std::shared_ptr<frmAddIn> made = frmAddIn::Make(files_, records_, sending_);
+  made->Form().HoldDuringEvents([form = std::weak_ptr<frmAddIn>(made)] {
     auto hold = std::make_shared<EventHold>();
     hold->form = form.lock();
     return hold;
   });
+  // Known before it reads the language: the host is called there, and may ask for the form.
+  form_ = made;
+  made->Form_Load();
 }
 
-FormLoad::~FormLoad() { form_->Unload(); }
+std::shared_ptr<frmAddIn> FormLoad::LoadedForm() const { return form_ && form_->Loaded() ? form_ : nullptr; }
 
 }  // namespace OrvelCalibrateS

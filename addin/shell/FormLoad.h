@@ -6,19 +6,26 @@
 
 namespace OrvelCalibrateS {
 
-/// One load of the form, which ends with the last `Connect` that shares it, or before, when the host ends the form.
+/// The form that all `Connect`s share. It ends with the last of them, or before, when the host ends it; the next
+/// `Connect` that is made then loads it again, for all of them.
 class FormLoad {
  public:
-  /// Makes the form. The objects must outlive it.
+  /// The objects must outlive it.
   FormLoad(const IniFiles& files, SharedRecords& records, SendState& sending);
   FormLoad(const FormLoad&) = delete;
   FormLoad& operator=(const FormLoad&) = delete;
   /// Unloads the form if it is still loaded.
   ~FormLoad();
 
-  const std::shared_ptr<frmAddIn>& Form() const { return form_; }
+  /// Makes the form and runs Form_Load, unless the form is loaded.
+  void Load();
+  /// The form while it is loaded; null otherwise.
+  std::shared_ptr<frmAddIn> LoadedForm() const;
 
  private:
+  const IniFiles& files_;
+  SharedRecords& records_;
+  SendState& sending_;
   std::shared_ptr<frmAddIn> form_;
 };
 

@@ -62,17 +62,18 @@ Library::Library() : files_([this] { return Service(); }, Platform::AddInFolder(
 Library::~Library() { static_cast<void>(service_.Detach()); }
 
 std::shared_ptr<FormLoad> Library::LoadForm() {
-  if (auto load = load_.lock(); load && load->Form()->Loaded()) return load;
-  auto load = std::make_shared<FormLoad>(files_, records_, sending_);
-  // Known before it reads the language: the host is called there, and may ask for the form.
-  load_ = load;
-  load->Form()->Form_Load();
+  auto load = load_.lock();
+  if (!load) {
+    load = std::make_shared<FormLoad>(files_, records_, sending_);
+    load_ = load;
+  }
+  load->Load();
   return load;
 }
 
 std::shared_ptr<frmAddIn> Library::LoadedForm() const {
   const auto load = load_.lock();
-  return load && load->Form()->Loaded() ? load->Form() : nullptr;
+  return load ? load->LoadedForm() : nullptr;
 }
 
 Ref<HelmswayCmds::IIniService> Library::Service() {

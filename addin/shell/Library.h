@@ -26,7 +26,7 @@ class Library {
   Library(const Library&) = delete;
   Library& operator=(const Library&) = delete;
 
-  /// The load of the form that is under way, or a new one when no form is loaded.
+  /// What all `Connect`s that live share, with the form loaded.
   std::shared_ptr<FormLoad> LoadForm();
   /// The form while it is loaded; null otherwise.
   std::shared_ptr<frmAddIn> LoadedForm() const;

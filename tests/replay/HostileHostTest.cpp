@@ -267,6 +267,21 @@ TEST_F(HostileHost, AllConnectsShareOneFormWhichGoesWithTheLast) {
   EXPECT_EQ(host.Log, Lines{"active False"});
 }
 
+TEST_F(HostileHost, AConnectWhoseFormTheHostEndedSharesTheNextOne) {
+  Begin();
+  const Ref<HelmswayCmds::IAddIn> old(&session->Connect());
+  session->Form().PutObjectParent(nullptr);
+  session.reset();
+  Begin();
+  std::string caption;
+  OrvelCalibrateS::StringTarget target(caption);
+  EXPECT_EQ(old->GetCaption(target), Result::Ok);
+  Ref<HelmswayCmds::IAddInForm> form;
+  EXPECT_EQ(old->GetForm(form.Out()), Result::Ok);
+  session.reset();
+  EXPECT_EQ(form->LoadDefaults(), Result::Ok) << "the form goes with the last of them";
+}
+
 TEST_F(HostileHost, AConnectMadeWhileTheFormLoadsSharesThatForm) {
   std::optional<AddInSession> nested;
   onFile = [&] {
