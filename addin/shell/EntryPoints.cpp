@@ -17,7 +17,7 @@ ENTRY_POINT DllGetClassObject(const Id* classId, const Id* interfaceId, void** o
 
 ENTRY_POINT DllCanUnloadNow() noexcept {
   // A host that asks, and may unload, is still there to take its service back.
-  if (Server::CanUnloadNow() == Result::Ok) OrvelCalibrateS::Library::LetGoOfHost();
+  if (Server::CanUnloadNow() == Result::Ok && !OrvelCalibrateS::Library::LetGoOfHost()) return Result::Failed;
   return Server::CanUnloadNow();
 }
 

@@ -1,5 +1,7 @@
 #include "addin/shell/Library.h"
 
+#include <utility>
+
 #include "addin/base/HostObjects.h"
 #include "addin/contract/HelmswayCmds.h"
 #include "addin/shell/InProcessServer.h"
@@ -26,35 +28,51 @@ Ref<HelmswayCmds::IIniService> MakeIniService() {
   return service;
 }
 
+/// Both need no destructor, so that they can be read when the library's objects with static storage have ended: the
+/// host's end later, and may work the library until then.
+Library* library = nullptr;
+bool ended = false;
+
 }  // namespace
 
-/// Ends the one object when the library goes.
+/// Ends the one object when the library goes, unless objects that the host holds need it.
 struct LibraryOwner {
   LibraryOwner() = default;
   LibraryOwner(const LibraryOwner&) = delete;
   LibraryOwner& operator=(const LibraryOwner&) = delete;
   ~LibraryOwner() {
-    if (InProcessServer::CanUnloadNow() == HelmswayCmds::Result::Ok) delete library;
+    ended = true;
+    EndUnused();
   }
 
-  Library* library = nullptr;
+  static void EndUnused() {
+    if (InProcessServer::CanUnloadNow() == HelmswayCmds::Result::Ok) delete std::exchange(library, nullptr);
+  }
 };
 
 namespace {
 
-LibraryOwner owner;
+const LibraryOwner owner;
 
 }  // namespace
 
 Library& Library::Instance() {
-  if (owner.library == nullptr) owner.library = new Library();
-  return *owner.library;
+  if (library == nullptr) {
+    Require(!ended);
+    library = new Library();
+  }
+  return *library;
 }
 
-void Library::LetGoOfHost() noexcept {
-  if (owner.library == nullptr) return;
-  const InProcessServer::InUse running;  // the service's end is the host's code, which may ask again
-  const Ref<HelmswayCmds::IIniService> service = std::move(owner.library->service_);
+bool Library::LetGoOfHost() noexcept {
+  if (library == nullptr) return true;
+  {
+    const InProcessServer::InUse running;  // the service's end is the host's code, which may ask again
+    const Ref<HelmswayCmds::IIniService> service = std::move(library->service_);
+  }
+  if (library->service_) return false;
+  if (ended) LibraryOwner::EndUnused();
+  return true;
 }
 
 Library::Library() : files_([this] { return Service(); }, Platform::AddInFolder()) {}
@@ -62,6 +80,7 @@ Library::Library() : files_([this] { return Service(); }, Platform::AddInFolder(
 Library::~Library() { static_cast<void>(service_.Detach()); }
 
 std::shared_ptr<FormLoad> Library::LoadForm() {
+  Require(!ended);
   auto load = load_.lock();
   if (!load) {
     load = std::make_shared<FormLoad>(files_, records_, sending_);

@@ -15,18 +15,18 @@ namespace OrvelCalibrateS {
 class Library {
  public:
   /// Made at first use. It ends when the library is unloaded; at the end of a process that still holds objects of the
-  /// library it stays, so that those can be released whenever that happens.
+  /// library it stays, so that those can be released whenever that happens. Fails when it has ended.
   static Library& Instance();
 
   /// Lets go of the host's `IniService`, which the next use makes again. For a host that is about to unload the
   /// library. Otherwise the reference is dropped without a call: at the end of the process the host may be gone
-  /// already.
-  static void LetGoOfHost() noexcept;
+  /// already. False when the host, which is called, has made the add-in take a service again.
+  static bool LetGoOfHost() noexcept;
 
   Library(const Library&) = delete;
   Library& operator=(const Library&) = delete;
 
-  /// What all `Connect`s that live share, with the form loaded.
+  /// What all `Connect`s that live share, with the form loaded. Fails once the process ends.
   std::shared_ptr<FormLoad> LoadForm();
   /// The form while it is loaded; null otherwise.
   std::shared_ptr<frmAddIn> LoadedForm() const;
