@@ -39,13 +39,16 @@ Result Give(Value* target, Source&& source) noexcept {
   return OnForm([&](frmAddIn& form) { *target = source(form); });
 }
 
-/// The status panel of a host window, found by name.
+/// The status panel of the host window, found by name. Fails, too, when the host has taken back or replaced the window
+/// inside the look-up.
 Ref<HelmswayCmds::IStatusPanel> FindStatusPanel(const Ref<HelmswayCmds::IHostWindow>& formParent) {
   const auto window = Held(formParent);
   const auto sbstatusbar =
       Given<HelmswayCmds::IStatusBar>([&](HelmswayCmds::IStatusBar** bar) { return window->GetStatusBar(bar); });
-  return Given<HelmswayCmds::IStatusPanel>(
-      [&](HelmswayCmds::IStatusPanel** panel) { return sbstatusbar->GetPanel(AsText("STATUS"), panel); });
+  auto panel = Given<HelmswayCmds::IStatusPanel>(
+      [&](HelmswayCmds::IStatusPanel** given) { return sbstatusbar->GetPanel(AsText("STATUS"), given); });
+  Require(formParent.Get() == window.Get());
+  return panel;
 }
 
 }  // namespace
@@ -97,11 +100,7 @@ Result AddInForm::PutFormParent(HelmswayCmds::IObject* window) noexcept {
       Require(form.Loaded());
       host.FormParent = std::move(formParent);
     });
-    Put(host.StatusPanel, [&] {
-      auto panel = FindStatusPanel(host.FormParent);
-      Require(form.Loaded());
-      return panel;
-    });
+    Put(host.StatusPanel, [&] { return FindStatusPanel(host.FormParent); });
   });
 }
 

@@ -377,6 +377,18 @@ TEST_F(HostileHost, AFormThatIsEndedWhileItIsGivenAnObjectDoesNotTakeIt) {
   EXPECT_EQ(host.Log.back(), "sent HOME ALL") << "the panel gets no further text";
 }
 
+TEST_F(HostileHost, AWindowThatIsReplacedWhileItsPanelIsLookedUpGivesNoPanel) {
+  FakeHost late;
+  Begin();
+  onWindow = [&] {
+    onWindow = nullptr;
+    session->Form().PutFormParent(Adopt(new Window(host, Window::Gives::All, onWindow)).Get());
+  };
+  session->Form().PutFormParent(Adopt(new Window(late, Window::Gives::All, onWindow)).Get());
+  EXPECT_TRUE(Press(10));
+  EXPECT_EQ(late.Log, Lines{});
+}
+
 TEST_F(HostileHost, NothingThatIsDoneWhileTheFormLeavesTakesAddInActiveBack) {
   for (const bool byConnect : {false, true}) {
     for (const std::int16_t button : {std::int16_t{5}, std::int16_t{14}, std::int16_t{16}, std::int16_t{-1}}) {
