@@ -75,7 +75,7 @@ TEST(RecordPlacesTest, EachPlaceOfALineFillsItsOneField) {
       });
 }
 
-TEST(RecordPlacesTest, TheStageOfAPositionIsToldInTwoWays) {
+TEST(RecordPlacesTest, APositionHasItsStageInTwoFlags) {
   using Row = std::tuple<const char*, bool, bool>;
   for (const auto& [text, lower, upper] : {Row{"True", true, false}, Row{"0", false, true}, Row{"", false, false}}) {
     TestConfiguration machine;

@@ -122,7 +122,7 @@ TEST(PlateTypeTest, ANumberIsReadStrictly) {
   }
 }
 
-TEST(PlateTypeTest, NothingStandsInForAnEmptyItem) {
+TEST(PlateTypeTest, AnEmptyItemIsNotTheInstalledOne) {
   TestConfiguration test;
   test.Ini.Set("PlateType", {{"Installed", "1"}, {"Item1", "A"}, {"Item", "bare"}});
   EXPECT_EQ(ReadPlateType(test.Files, "").Name, "bare");

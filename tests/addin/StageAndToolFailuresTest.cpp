@@ -5,7 +5,7 @@
 namespace OrvelCalibrateS::Testing {
 namespace {
 
-TEST(EjectHeadToStage, TheFirstFailingStepEndsItAheadOfAllLines) {
+TEST(EjectHeadToStage, TheFirstFailingStepEndsItBeforeAnyLine) {
   const Lines registered = {"HeadType/Installed=1", "TipType/Installed=0"};
   using Row = std::tuple<const char*, Given, Lines, Lines>;
   // clang-format off
@@ -35,7 +35,7 @@ TEST(EjectHeadToStage, TheFirstFailingStepEndsItAheadOfAllLines) {
   }
 }
 
-TEST(EjectTeachTool, AHeadListWithoutAnEndEndsBehindTheLargestNumberAndItsHeadCounts) {
+TEST(EjectTeachTool, AWalkEndsAfterTheLargestNumberWithThatHead) {
   Wizard wizard;
   wizard.ToMainPage();
   EndlessHeads(wizard);

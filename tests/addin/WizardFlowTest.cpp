@@ -198,7 +198,7 @@ TEST(WizardFlow, TheRoadOverTheStageAndThatOfTheHeadsGoInOrder) {
   }
 }
 
-TEST(WizardFlow, TheRackIsForgottenBehindAChangeOfTheHead) {
+TEST(WizardFlow, TheRackIsForgottenAfterAChangeOfTheHead) {
   for (const std::int16_t button : {std::int16_t{12}, std::int16_t{13}}) {
     Wizard wizard;
     wizard.ToMainPage();

@@ -23,7 +23,7 @@ using OrvelCalibrateS::Testing::Lines;
 /// Which part of a host window works.
 enum class Parts { All, NoStatusBar, NoPanel };
 
-/// A host window that writes what its panel is given, and all else, into the host's log, with its name in front.
+/// A host window that writes what its panel is given, and all else, into the host's log, after its name.
 struct NamedWindow final : FakeHost::Object<HelmswayCmds::IHostWindow> {
   struct Panel final : Object<HelmswayCmds::IStatusPanel> {
     Panel(FakeHost& host, std::string name) : Object(host), Name(std::move(name)) {}
@@ -82,7 +82,7 @@ struct CountedService final : OrvelCalibrateS::Implements<HelmswayCmds::IIniServ
   int HandedOut = 0;
 };
 
-/// The library in a host whose objects tell what becomes of them.
+/// The library in a host whose objects record their use.
 class HostObjects : public testing::Test {
  public:
   HostObjects(const HostObjects&) = delete;

@@ -126,7 +126,7 @@ TEST_F(EjectTeachTool, TheFirstToolGoesToTheSlotOfItsShape) {
       {"each term rounds away from zero", halfSteps + Tool("Item5", "700", "2.5", "1_CH_SHORT"),
        With(Whole, "-416>-10")},
       {"and by itself", halfSteps + Tool("Item5", "700", "1.5", "1_CH_SHORT"), With(Whole, "-416>-9")},
-      // 2147483637 - 15 + 20 - 9; the tool's depth ahead of the height would overflow.
+      // 2147483637 - 15 + 20 - 9; the tool's depth before the height would overflow.
       {"the height comes before the tool", AxisZ("1", "1,-1") + depths("-2147483610", "0", "20") +
        "file set NestType Item1 NestA,STAGE3,One,1_CH_SHORT,0,1,2,-15\n", With(Whole, "-416>2147483633")},
       {"a nest out of 32 bits: from 0", depths("100", "1e12", "12"), With(Whole, "-416>91")},

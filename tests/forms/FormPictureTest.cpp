@@ -63,7 +63,7 @@ std::string Captions(const forms::ISurface& screen) {
          Quoted(screen.State(screen.Find("lblTitle", forms::NoIndex)).caption) + "\n";
 }
 
-/// The form behind Form_Load, and what another language makes of it.
+/// The form after Form_Load, and its captions in another language.
 std::string Picture() {
   std::ostringstream picture;
   Wizard english;
