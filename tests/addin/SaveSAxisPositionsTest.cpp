@@ -159,6 +159,8 @@ TEST(SaveSAxisPositions, PositionAndStrokeGoToTheFileAndTheInstrument) {
       {"a negative stroke gets two signs", "125", "-1.5", "620,0,600", "125_S --30", "125_S 600", Nothing},
       // 5 mm are 2.5 steps, and the eject offset of 1 mm is half a step.
       {"halves go away from zero", "125", "5", "501,0,500", "125_S -3", "125_S 500", Both(offset("0"), mmPerStep(2))},
+      // 80.4999988, which is 80.5 in single precision.
+      {"the stroke in double precision", "125", "4.025", "620,0,600", "125_S -80", "125_S 600", Nothing},
       {"a half of the sum too", "125", "1.5", "621,0,601", "125_S -30", "125_S 601", steps("500.5")},
       {"Up the other way round", "125", "1.5", "420,0,400", "125_S -30", "125_S 400", reversed},
       {"an empty working value is 0", "125", "1.5", "120,0,100", "125_S -30", "125_S 100", steps("")},
