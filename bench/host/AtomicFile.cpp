@@ -13,6 +13,7 @@
 
 #include "bench/host/FileDescriptor.h"
 #include "bench/host/SystemCalls.h"
+#include "bench/host/TargetPath.h"
 #include "bench/host/TemporaryFile.h"
 
 namespace Helmsway {
@@ -50,35 +51,6 @@ bool ReadToEnd(int descriptor, off_t expectedSize, std::string& bytes) {
   }
   bytes.resize(size);
   return true;
-}
-
-/// Folder and name of a path; the folder ends in its separator, and is "./" for a bare name.
-struct PathParts {
-  std::string folder;
-  std::string name;
-};
-
-PathParts Parts(const std::string& path) {
-  const std::size_t separator = path.rfind('/');
-  if (separator == std::string::npos) return {"./", path};
-  return {path.substr(0, separator + 1), path.substr(separator + 1)};
-}
-
-/// Follows symbolic links at the path's end; the last one may point at no file yet. Empty when they go round in circles
-/// or can't be read.
-std::optional<std::string> WithoutLinks(std::string path) {
-  constexpr int mostLinks = 40;
-  constexpr std::size_t longestTarget = 4096;
-  for (int followed = 0; followed < mostLinks; ++followed) {
-    std::string target(longestTarget, '\0');
-    const ssize_t size = readlink(path.c_str(), target.data(), target.size());
-    if (size < 0 && (errno == EINVAL || errno == ENOENT)) return path;
-    if (size <= 0 || static_cast<std::size_t>(size) == longestTarget) return std::nullopt;
-    target.resize(static_cast<std::size_t>(size));
-    if (target.front() != '/') target.insert(0, Parts(path).folder);
-    path = std::move(target);
-  }
-  return std::nullopt;
 }
 
 bool MayBeReplaced(const struct stat& status) { return S_ISREG(status.st_mode) && (status.st_mode & WriteBits) != 0; }
@@ -143,9 +115,9 @@ FilePresence ReadWholeFile(const std::string& path, FileContents& contents) {
 
 Replacement ReplaceFile(const std::string& path, std::string_view bytes, const FileContents* expected,
                         Durability durability) {
-  const std::optional<std::string> target = WithoutLinks(path);
+  const std::optional<TargetPath> target = TargetOf(path);
   if (!target) return Replacement::Failed;
-  const auto [folderPath, name] = Parts(*target);
+  const auto& [folderPath, name] = *target;
   const FileDescriptor folder = OpenFile(AT_FDCWD, folderPath, O_RDONLY | O_DIRECTORY);
   if (!folder) return Replacement::Failed;
 
@@ -165,10 +137,10 @@ Replacement ReplaceFile(const std::string& path, std::string_view bytes, const F
   if (!temporary.Fill(bytes, durability)) return Replacement::Failed;
 
   // Flushing takes the time of a save. An edit that fell into it has to be read first.
-  if (!SeemsUnchanged(*target, expected)) return Replacement::Superseded;
+  if (!SeemsUnchanged(target->Whole(), expected)) return Replacement::Superseded;
   Placement placement = expected != nullptr ? temporary.ExchangeWith(name) : temporary.TakeName(name);
   if (placement == Placement::Unable) {
-    if (!IsUnchanged(*target, expected)) return Replacement::Superseded;
+    if (!IsUnchanged(target->Whole(), expected)) return Replacement::Superseded;
     placement = temporary.ReplaceBlindly(name);
   }
   if (placement == Placement::Superseded) return Replacement::Superseded;

@@ -10,6 +10,7 @@
 #include "addin/base/Texts.h"
 #include "bench/host/AtomicFile.h"
 #include "bench/host/ConfigurationFile.h"
+#include "bench/host/WriteObstacle.h"
 
 namespace Helmsway {
 
@@ -19,15 +20,9 @@ using OrvelCalibrateS::AsText;
 using OrvelCalibrateS::AsView;
 using OrvelCalibrateS::AtBoundary;
 using OrvelCalibrateS::Require;
+using OrvelCalibrateS::StepFailed;
 
 namespace {
-
-/// A path that the system would take for a shorter one names no file.
-std::string_view PathOf(Text filePath) {
-  const std::string_view path = AsView(filePath);
-  Require(path.find('\0') == std::string_view::npos);
-  return path;
-}
 
 /// All pieces between the separators; none of an empty text. An empty separator separates nothing.
 std::vector<Text> Pieces(std::string_view text, std::string_view separator) {
@@ -48,10 +43,27 @@ std::vector<Text> Pieces(std::string_view text, std::string_view separator) {
 
 }  // namespace
 
+template <class Operation>
+Result ConfigurationService::AtFile(std::string_view path, Operation operation) noexcept {
+  const Result result = AtBoundary([&] {
+    lastProblem_ = {};
+    // The system would take such a path for a shorter one.
+    if (path.find('\0') != std::string_view::npos) lastProblem_ = BadTextProblem("the path has a NUL in it");
+    Require(!lastProblem_);
+    operation(path);
+  });
+  if (result != Result::Ok && !lastProblem_) {
+    // What failed without a word: the caller's own target, or a lack of memory.
+    const Result named = AtBoundary([&] { lastProblem_ = {FileProblem::Kind::System, "out of memory"}; });
+    static_cast<void>(named);
+  }
+  return result;
+}
+
 Result ConfigurationService::ReadIni(Text section, Text key, Text filePath, Text defaultValue,
                                      HelmswayCmds::ITextTarget& value) noexcept {
-  return AtBoundary([&] {
-    const IniFile* const file = CurrentFile(PathOf(filePath));
+  return AtFile(AsView(filePath), [&](std::string_view path) {
+    const IniFile* const file = CurrentFile(path);
     const std::optional<std::string_view> found =
         file != nullptr ? file->Find(AsView(section), AsView(key)) : std::nullopt;
     Require(value.Assign(found ? AsText(*found) : defaultValue));
@@ -59,9 +71,9 @@ Result ConfigurationService::ReadIni(Text section, Text key, Text filePath, Text
 }
 
 Result ConfigurationService::WriteIni(Text section, Text key, Text filePath, Text value) noexcept {
-  return AtBoundary([&] {
-    const std::string path(PathOf(filePath));
-    Require(SetIniValue(path, AsView(section), AsView(key), AsView(value), durability_));
+  return AtFile(AsView(filePath), [&](std::string_view path) {
+    lastProblem_ = SetIniValue(std::string(path), AsView(section), AsView(key), AsView(value), durability_);
+    Require(!lastProblem_);
   });
 }
 
@@ -97,8 +109,10 @@ const IniFile* ConfigurationService::Load(const std::string& path, KeptFiles::va
   if (presence != FilePresence::Present) {
     last_ = nullptr;
     if (kept != nullptr) kept_.erase(kept_.find(path));
-    Require(presence == FilePresence::Missing);
-    return nullptr;
+    if (presence == FilePresence::Missing) return nullptr;
+    lastProblem_ = ReadObstacle(path);
+    if (!lastProblem_) lastProblem_ = {FileProblem::Kind::System, "the file can't be read"};
+    throw StepFailed{};
   }
   const bool isParsed = kept != nullptr && kept->second.file.Bytes() == contents.bytes;
   if (!isParsed) {

@@ -9,6 +9,7 @@
 #include "addin/base/Implements.h"
 #include "addin/contract/HelmswayCmds.h"
 #include "bench/host/Durability.h"
+#include "bench/host/FileProblem.h"
 #include "bench/host/FileStamp.h"
 #include "bench/host/IniFile.h"
 
@@ -37,6 +38,9 @@ class ConfigurationService final : public OrvelCalibrateS::Implements<HelmswayCm
   HelmswayCmds::Result SplitText(HelmswayCmds::ITextListTarget& parts, HelmswayCmds::Text separator,
                                  HelmswayCmds::Text text, std::int32_t* count) noexcept override;
 
+  /// Why the last `ReadIni` or `WriteIni` failed; no problem after one that succeeded, and before the first.
+  const FileProblem& LastProblem() const noexcept { return lastProblem_; }
+
  private:
   struct KeptFile {
     FileStamp stamp;
@@ -50,12 +54,17 @@ class ConfigurationService final : public OrvelCalibrateS::Implements<HelmswayCm
   };
   using KeptFiles = std::unordered_map<std::string, KeptFile, PathHash, std::equal_to<>>;
 
+  /// Runs what a read or write of that file does, and keeps why it failed.
+  template <class Operation>
+  HelmswayCmds::Result AtFile(std::string_view path, Operation operation) noexcept;
+
   /// The file as it is now; null when it is missing. Lives until the next call.
   const IniFile* CurrentFile(std::string_view path);
   /// Reads the file again, in place of what is kept of it; null for nothing.
   const IniFile* Load(const std::string& path, KeptFiles::value_type* kept);
 
   Durability durability_;
+  FileProblem lastProblem_;
   KeptFiles kept_;
   KeptFiles::value_type* last_ = nullptr;  ///< of `kept_`, where it stays for as long as it is kept
 };

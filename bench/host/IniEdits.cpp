@@ -5,6 +5,7 @@
 
 #include "bench/host/FoldedCase.h"
 #include "bench/host/IniLines.h"
+#include "bench/host/Utf16.h"
 
 namespace Helmsway {
 namespace {
@@ -73,28 +74,39 @@ std::string Joined(std::initializer_list<std::string_view> parts) {
   return joined;
 }
 
+/// Nothing for an edit that gives a file another encoding in the eyes of its next reader.
+std::optional<std::string> UnlessUtf16(std::string bytes) {
+  if (IsUtf16(bytes)) return std::nullopt;
+  return bytes;
+}
+
+/// Whether a reader would take the beginning of these bytes for something else than the text of a line.
+bool BeginsWithAMark(std::string_view bytes) { return bytes.starts_with(ByteOrderMark) || IsUtf16(bytes); }
+
 }  // namespace
 
 std::optional<std::string> WithValue(std::string_view bytes, std::string_view section, std::string_view key,
                                      std::string_view value) {
+  if (IsUtf16(bytes)) return std::nullopt;
   if (!CanStandInHead(section) || !CanStandAsKey(key) || HasAnyOf(value, LineEndBytes)) return std::nullopt;
   value = WithoutBlanks(value);
 
   const Place place = FindPlace(bytes, section, key);
   if (place.value) {
     const auto begin = static_cast<std::size_t>(place.value->data() - bytes.data());
-    return Joined({bytes.substr(0, begin), value, bytes.substr(begin + place.value->size())});
+    return UnlessUtf16(Joined({bytes.substr(0, begin), value, bytes.substr(begin + place.value->size())}));
   }
 
   const std::string_view lineEnd = LineEndOf(bytes);
   const std::string_view ahead = bytes.substr(0, place.newLine.value_or(bytes.size()));
   const std::string_view behind = bytes.substr(ahead.size());
   const std::string_view missingEnd = MissingLineEnd(ahead, lineEnd);
-  if (place.newLine) return Joined({ahead, missingEnd, key, "=", value, lineEnd, behind});
-  return Joined({ahead, missingEnd, "[", section, "]", lineEnd, key, "=", value, lineEnd, behind});
+  if (place.newLine) return UnlessUtf16(Joined({ahead, missingEnd, key, "=", value, lineEnd, behind}));
+  return UnlessUtf16(Joined({ahead, missingEnd, "[", section, "]", lineEnd, key, "=", value, lineEnd, behind}));
 }
 
 std::string WithoutKey(std::string_view bytes, std::string_view section, std::string_view key) {
+  if (IsUtf16(bytes)) return std::string(bytes);
   std::string left;
   left.reserve(bytes.size());
   std::size_t copied = 0;
@@ -108,8 +120,7 @@ std::string WithoutKey(std::string_view bytes, std::string_view section, std::st
   }
   left += bytes.substr(copied);
   // These bytes began a line that was not the first, and were part of its text.
-  const bool becameMark = left.starts_with(ByteOrderMark) && !bytes.starts_with(ByteOrderMark);
-  if (becameMark) left.insert(0, LineEndOf(bytes));
+  while (BeginsWithAMark(left) && !bytes.starts_with(ByteOrderMark)) left.insert(0, LineEndOf(bytes));
   return left;
 }
 

@@ -8,6 +8,7 @@
 
 #include "bench/host/FoldedCase.h"
 #include "bench/host/IniLines.h"
+#include "bench/host/Utf16.h"
 
 namespace Helmsway {
 namespace {
@@ -78,6 +79,7 @@ void IniFile::CollectEntries() {
   constexpr std::size_t shortLine = 16;
   entries_.reserve(bytes_.size() / shortLine + 2);
   entries_.emplace_back();  // the section ahead of the first head
+  if (IsUtf16(bytes_)) return;
   IniLines lines(bytes_);
   for (IniLine line; lines.Next(line);) {
     if (line.kind == IniLine::Kind::SectionHead) entries_.push_back({RangeOf(line.name), {}, {}});

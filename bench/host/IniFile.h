@@ -10,7 +10,7 @@
 namespace Helmsway {
 
 /// The bytes of a configuration file and an index of its keys. Any bytes will do; what can't be understood says
-/// nothing.
+/// nothing, which is all of a UTF-16 file.
 class IniFile {
  public:
   IniFile() = default;

@@ -41,7 +41,7 @@ void PutAnotherFileThere(const SaveFolder& folder) {
   std::filesystem::rename(draft, folder.Path());
 }
 
-void SaveAnotherKey(const SaveFolder& folder) { EXPECT_TRUE(SetIniValue(folder.Path(), "S", "j", "2")); }
+void SaveAnotherKey(const SaveFolder& folder) { EXPECT_FALSE(SetIniValue(folder.Path(), "S", "j", "2")); }
 
 void Remove(const SaveFolder& folder) { std::filesystem::remove(folder.Path()); }
 

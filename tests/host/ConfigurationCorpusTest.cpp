@@ -21,7 +21,7 @@ using namespace std::string_literals;
 std::string AfterWrite(const std::string& bytes, std::string_view section, std::string_view key,
                        std::string_view value) {
   const TemporaryFolder folder;
-  EXPECT_TRUE(SetIniValue(folder.Write("Marivane.ini", bytes), section, key, value));
+  EXPECT_FALSE(SetIniValue(folder.Write("Marivane.ini", bytes), section, key, value));
   EXPECT_EQ(folder.Names(), std::set<std::string>{"Marivane.ini"});
   const std::string after = folder.Read("Marivane.ini");
   EXPECT_EQ(IniFile(after).Find(section, key), value);

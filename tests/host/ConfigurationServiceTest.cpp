@@ -21,6 +21,7 @@
 #include "bench/host/AtomicFile.h"
 #include "bench/host/ConfigurationFile.h"
 #include "bench/host/ConfigurationService.h"
+#include "bench/host/WriteObstacle.h"
 #include "tests/host/TemporaryFolder.h"
 
 namespace Helmsway {
@@ -34,7 +35,7 @@ using Names = std::set<std::string>;
 
 class ConfigurationServiceTest : public testing::Test {
  protected:
-  ConfigurationServiceTest() { *service_.Out() = new ConfigurationService; }
+  ConfigurationServiceTest() : made_(new ConfigurationService) { *service_.Out() = made_; }
 
   /// What the key "k" of section "S" reads as; "(default)" without one, "(failed)" when the read fails.
   std::string Read(std::string_view path) {
@@ -49,6 +50,8 @@ class ConfigurationServiceTest : public testing::Test {
     return service_->WriteIni(AsText("S"), AsText("k"), AsText(path), AsText(value));
   }
 
+  FileProblem::Kind LastKind() const { return made_->LastProblem().kind; }
+
   static struct stat StatusOf(const std::string& path) {
     struct stat status {};
     EXPECT_EQ(stat(path.c_str(), &status), 0);
@@ -56,8 +59,11 @@ class ConfigurationServiceTest : public testing::Test {
   }
 
   TemporaryFolder folder_;
+  ConfigurationService* made_;  ///< held by `service_`
   OrvelCalibrateS::Ref<HelmswayCmds::IIniService> service_;
 };
+
+using Kind = FileProblem::Kind;
 
 TEST_F(ConfigurationServiceTest, PathsThatCannotBeWrittenReadAsTheDefaultOrAFailure) {
   const std::string file = folder_.Write("file.ini", "[S]\nk=1\n");
@@ -68,26 +74,73 @@ TEST_F(ConfigurationServiceTest, PathsThatCannotBeWrittenReadAsTheDefaultOrAFail
   fs::create_symlink("circle", folder_.PathOf("circle"));
   ASSERT_EQ(mkfifo(folder_.PathOf("pipe").c_str(), 0600), 0);
   const Names names = folder_.Names();
-  const std::pair<std::string, const char*> rows[] = {
-      {locked, "1"},
-      {folder_.PathOf("missing/file.ini"), "(default)"},
-      {file + "/file.ini", "(default)"},
-      {folder_.PathOf("dangling"), "(default)"},
-      {"", "(default)"},
-      {folder_.PathOf("circle"), "(failed)"},
-      {folder_.PathOf("folder"), "(failed)"},
-      {folder_.PathOf("pipe"), "(failed)"},
-      {file + "\0x"s, "(failed)"},  // the system would cut it off
+  struct Row {
+    std::string path;
+    const char* value;
+    Kind reading;  ///< what keeps it from being read
+    Kind writing;
   };
-  for (const auto& [path, value] : rows) {
+  const Row rows[] = {
+      {locked, "1", Kind::None, Kind::ReadOnlyFile},
+      {folder_.PathOf("missing/file.ini"), "(default)", Kind::None, Kind::MissingFolder},
+      {file + "/file.ini", "(default)", Kind::None, Kind::MissingFolder},
+      {folder_.PathOf("dangling"), "(default)", Kind::None, Kind::MissingFolder},
+      {"", "(default)", Kind::None, Kind::NotAFile},
+      {folder_.PathOf("circle"), "(failed)", Kind::NotAFile, Kind::NotAFile},
+      {folder_.PathOf("folder"), "(failed)", Kind::NotAFile, Kind::NotAFile},
+      {folder_.PathOf("pipe"), "(failed)", Kind::NotAFile, Kind::NotAFile},
+      {file + "\0x"s, "(failed)", Kind::BadText, Kind::BadText},  // the system would cut it off
+      {"/proc/version", "(default)", Kind::None, Kind::ReadOnlyFile},
+  };
+  for (const auto& [path, value, reading, writing] : rows) {
     EXPECT_EQ(Read(path), value) << path;
+    EXPECT_EQ(LastKind(), reading) << path << made_->LastProblem().sentence;
     EXPECT_EQ(Write(path, "2"), Result::Failed) << path;
+    EXPECT_EQ(LastKind(), writing) << path << ": " << made_->LastProblem().sentence;
     EXPECT_EQ(Read(path), value) << path << ", once more";
+    if (reading == Kind::BadText) continue;
+    EXPECT_EQ(WriteObstacle(path).kind, writing) << path;
+    EXPECT_EQ(ReadObstacle(path).kind, reading) << path;
   }
   EXPECT_EQ(Write(locked, "1"), Result::Ok) << "nothing to do";
   EXPECT_EQ(Write(file, "2\n3"), Result::Failed) << "a value that isn't one line";
+  EXPECT_EQ(LastKind(), Kind::BadText);
+  EXPECT_FALSE(WriteObstacle(file));
+  EXPECT_FALSE(WriteObstacle(folder_.PathOf("new.ini")));
   EXPECT_EQ(folder_.Read("file.ini") + folder_.Read("locked.ini"), "[S]\nk=1\n[S]\nk=1\n");
   EXPECT_EQ(folder_.Names(), names);
+}
+
+/// ASCII text as UTF-16, without a mark.
+std::string InUtf16(std::string_view text, bool bigEndian) {
+  std::string bytes;
+  for (const char letter : text) bytes += bigEndian ? std::string{'\0', letter} : std::string{letter, '\0'};
+  return bytes;
+}
+
+TEST_F(ConfigurationServiceTest, AUtf16FileHoldsNoKeysAndIsNeverWritten) {
+  const char* const text = "[S]\r\nk=1\r\n";
+  for (const std::string& bytes :
+       {"\xFF\xFE" + InUtf16(text, false), "\xFE\xFF" + InUtf16(text, true), InUtf16(text, false), InUtf16(text, true),
+        InUtf16(";k", false), "\xFF\xFE"s, "\xFF\xFE[S]\nk=1\n"s}) {
+    const std::string file = folder_.Write("file.ini", bytes);
+    EXPECT_EQ(Read(file), "(default)");
+    EXPECT_EQ(Write(file, "2"), Result::Failed);
+    EXPECT_EQ(LastKind(), Kind::Utf16);
+    EXPECT_EQ(RemoveIniValue(file, "S", "k").kind, Kind::Utf16);
+    EXPECT_EQ(WriteObstacle(file).kind, Kind::Utf16);
+    EXPECT_EQ(ReadObstacle(file).kind, Kind::Utf16);
+    EXPECT_EQ(folder_.Read("file.ini"), bytes);
+  }
+  EXPECT_EQ(made_->LastProblem().sentence,
+            "file.ini is a UTF-16 file; save it as 8-bit text (UTF-8 or the local code page)");
+  // A NUL here and there is no UTF-16.
+  for (const std::string& beginning : {"\0"s, "\0\0\0\0"s, ";\0a"s, ";a\0b"s, ";\0\0\0"s}) {
+    const std::string file = folder_.Write("file.ini", beginning + "\n[S]\nk=1\n");
+    EXPECT_EQ(Read(file), "1");
+    EXPECT_EQ(Write(file, "2"), Result::Ok);
+    EXPECT_EQ(folder_.Read("file.ini"), beginning + "\n[S]\nk=2\n");
+  }
 }
 
 TEST_F(ConfigurationServiceTest, EveryEditOfAnotherProgramIsSeenAndKept) {
@@ -181,7 +234,7 @@ TEST_F(ConfigurationServiceTest, AMissingFileIsMadeAndOneThatSaysSoAlreadyIsLeft
   const struct stat made = StatusOf(file);
   EXPECT_EQ(made.st_mode & 07777U, 0640U);
   EXPECT_EQ(Write(file, " 1\t"), Result::Ok) << "blanks are no part of a value";
-  EXPECT_TRUE(RemoveIniValue(file, "S", "j") && RemoveIniValue(folder_.PathOf("missing.ini"), "S", "k"));
+  EXPECT_FALSE(RemoveIniValue(file, "S", "j") || RemoveIniValue(folder_.PathOf("missing.ini"), "S", "k"));
   EXPECT_EQ(StatusOf(file).st_ino, made.st_ino);
   EXPECT_EQ(folder_.Names(), Names{"file.ini"});
 }

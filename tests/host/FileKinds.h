@@ -41,7 +41,7 @@ inline std::vector<FileKind> FileKinds() {
       {"other letter case", "[s]\nK=<1>\n^[T]\n", "\n"},
       {"marks in values", "[S]\nj==;#%\\\nk=<=a;b#c%d\\e>\n^[T]\nj=%s;\n", "\n"},
       {"quotes and commas", "[S]\nk=<\"A, B\",1,,\"\">\n^j\n", "\n"},
-      {"bytes that aren't UTF-8", "\xFF\xFE\n[S]\nj=\xC3\x28\nk=<\x80\xFF>\n^[\xE9]\n\xE9=\xE9\n", "\n"},
+      {"bytes that aren't UTF-8", "\xFF\xFC\n[S]\nj=\xC3\x28\nk=<\x80\xFF>\n^[\xE9]\n\xE9=\xE9\n", "\n"},
       {"NUL bytes", "[S]\nj\0=\0\nk=<\0a\0>\n^\0\0\n[T]\n"s, "\n"},
       {"empty value", "[S]\nk=<>\nj=\n^[T]\n", "\n"},
       {"value of 250 characters", "[S]\r\nj=0\r\nk=<" + std::string(250, 'v') + ">\r\n^[T]\r\n", "\r\n"},

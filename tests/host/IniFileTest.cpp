@@ -110,6 +110,11 @@ TEST(IniEditsTest, RemovesEveryLineOfThatKeyAndNothingElse) {
   EXPECT_EQ(WithoutKey("\xEF\xBB\xBFk=1\n[S]\nk=2\n", "", "k"), "\xEF\xBB\xBF[S]\nk=2\n") << "ahead of all sections";
   const std::string laterMark = "\n\xEF\xBB\xBFj=2\n";
   EXPECT_EQ(WithoutKey("k=1" + laterMark, "", "k"), laterMark) << "the line behind it keeps its name";
+  for (const std::string& laterUtf16 : {"\xFF\xFE=2\n"s, "x\0y\0\n"s, "\0x\0y\n"s}) {
+    const std::string left = WithoutKey("k=1\n" + laterUtf16, "", "k");
+    EXPECT_TRUE(left.ends_with("\n" + laterUtf16));
+    EXPECT_EQ(IniFile(left + "[S]\nk=1\n").Find("S", "k"), "1") << "still 8-bit text";
+  }
   EXPECT_EQ(WithoutKey("k=1\r\nK=3\r" + laterMark, "", "k"), "\r" + laterMark) << "with the line end that it has";
 }
 
@@ -118,6 +123,7 @@ TEST(IniEditsTest, RefusesWhatTheFileCouldNotGiveBack) {
   const Row refused[] = {{"S", "k", "1\n2"}, {"S", "k", "1\r"}, {"S]", "k", "1"},   {" S", "k", "1"},
                          {"S", "", "1"},     {"S", "k=j", "1"}, {"S", "k\rj", "1"}, {"S", ";k", "1"},
                          {"S", "#k", "1"},   {"S", "[k", "1"},  {"S", "k\t", "1"},  {"", "\xEF\xBB\xBFk", "1"}};
+  EXPECT_EQ(WithValue("", "", "\xFF\xFEk", "1"), std::nullopt) << "the file would look like UTF-16";
   for (const auto& [section, key, value] : refused) {
     EXPECT_EQ(WithValue("[S]\nk=0\n", section, key, value), std::nullopt) << section << "/" << key << "=" << value;
   }
