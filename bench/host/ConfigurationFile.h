@@ -1,21 +1,33 @@
 #pragma once
 
+#include <chrono>
 #include <string>
 #include <string_view>
 
 #include "bench/host/Durability.h"
 #include "bench/host/FileProblem.h"
 
-/// Edits of a configuration file on the disk, each of a state that is read afresh, so that no edit of another program
-/// is lost. Each gives the problem that kept the edit from being done; the file is then as it was.
+/// Edits of a configuration file on the disk. One writer at a time has the file's folder, from before it reads until
+/// its edit is done, so that no edit of our own programs is lost. Each gives the problem that kept the edit from being
+/// done; the file is then as it was, or is put right by the next edit.
 namespace Helmsway {
+
+struct WriteTerms {
+  Durability durability = Durability::Flushed;
+  /// How long to wait for other writers of the folder, and again for a program that keeps changing the file.
+  std::chrono::milliseconds patience{5'000};
+};
 
 /// As `WithValue` says. Makes a file that is missing; leaves one alone that says so already.
 FileProblem SetIniValue(const std::string& path, std::string_view section, std::string_view key, std::string_view value,
-                        Durability durability = Durability::Flushed);
+                        const WriteTerms& terms = {});
 
 /// As `WithoutKey` says. A missing file has no such key.
 FileProblem RemoveIniValue(const std::string& path, std::string_view section, std::string_view key,
-                           Durability durability = Durability::Flushed);
+                           const WriteTerms& terms = {});
+
+/// To be called before a file is read for the first time: a write in place that was cut off is undone, unless another
+/// writer is at work. Costs next to nothing where there is none.
+void UndoInterruptedWrites(const std::string& path, Durability durability);
 
 }  // namespace Helmsway

@@ -1,5 +1,6 @@
 #include "bench/host/ConfigurationService.h"
 
+#include <chrono>
 #include <limits>
 #include <optional>
 #include <utility>
@@ -72,7 +73,12 @@ Result ConfigurationService::ReadIni(Text section, Text key, Text filePath, Text
 
 Result ConfigurationService::WriteIni(Text section, Text key, Text filePath, Text value) noexcept {
   return AtFile(AsView(filePath), [&](std::string_view path) {
-    lastProblem_ = SetIniValue(std::string(path), AsView(section), AsView(key), AsView(value), durability_);
+    Forget(path);
+    WriteTerms terms{durability_};
+    // A save of many values waits for a program that doesn't let go once, and not for each value.
+    if (wasBusy_) terms.patience = std::chrono::milliseconds(100);
+    lastProblem_ = SetIniValue(std::string(path), AsView(section), AsView(key), AsView(value), terms);
+    wasBusy_ = lastProblem_.kind == FileProblem::Kind::Busy;
     Require(!lastProblem_);
   });
 }
@@ -103,7 +109,14 @@ const IniFile* ConfigurationService::CurrentFile(std::string_view path) {
   return isSame ? &kept.file : Load(name, last_);
 }
 
+void ConfigurationService::Forget(std::string_view path) {
+  last_ = nullptr;
+  const auto kept = kept_.find(path);
+  if (kept != kept_.end()) kept_.erase(kept);
+}
+
 const IniFile* ConfigurationService::Load(const std::string& path, KeptFiles::value_type* kept) {
+  if (opened_.insert(path).second) UndoInterruptedWrites(path, durability_);
   FileContents contents;
   const FilePresence presence = ReadWholeFile(path, contents);
   if (presence != FilePresence::Present) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "addin/base/Implements.h"
 #include "addin/contract/HelmswayCmds.h"
@@ -60,11 +61,15 @@ class ConfigurationService final : public OrvelCalibrateS::Implements<HelmswayCm
 
   /// The file as it is now; null when it is missing. Lives until the next call.
   const IniFile* CurrentFile(std::string_view path);
+  /// Frees what is kept of a file that is about to change: a write needs the memory, and the next read reads it again.
+  void Forget(std::string_view path);
   /// Reads the file again, in place of what is kept of it; null for nothing.
   const IniFile* Load(const std::string& path, KeptFiles::value_type* kept);
 
   Durability durability_;
   FileProblem lastProblem_;
+  bool wasBusy_ = false;  ///< by the last write
+  std::unordered_set<std::string> opened_;
   KeptFiles kept_;
   KeptFiles::value_type* last_ = nullptr;  ///< of `kept_`, where it stays for as long as it is kept
 };

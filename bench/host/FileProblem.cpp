@@ -29,6 +29,10 @@ FileProblem ProblemAfter(int error, const std::string& path) {
     case EDQUOT:
     case EFBIG:
       return {Kind::DiskFull, "the disk is full"};
+    case EBUSY:
+    case ETXTBSY:
+    case EWOULDBLOCK:
+      return BusyProblem("another program is writing in the folder of " + NameOf(path));
     case ENAMETOOLONG:
       return BadTextProblem("the path is too long");
     default:
@@ -50,6 +54,14 @@ FileProblem ReadOnlyFolderProblem(const std::string& path) {
 
 FileProblem Utf16Problem(const std::string& path) {
   return {Kind::Utf16, NameOf(path) + " is a UTF-16 file; save it as 8-bit text (UTF-8 or the local code page)"};
+}
+
+FileProblem BusyProblem(const std::string& what) { return {Kind::Busy, what}; }
+
+FileProblem InterruptedProblem(const std::string& path, const std::string& kept) {
+  return {Kind::Interrupted, "a write of " + NameOf(path) +
+                                 " was cut off, and the file has been changed since; compare it with " + kept +
+                                 ", which has the old text, and delete that"};
 }
 
 FileProblem BadTextProblem(const std::string& what) { return {Kind::BadText, what}; }

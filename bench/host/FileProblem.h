@@ -39,6 +39,9 @@ FileProblem NotAFileProblem(const std::string& path);
 FileProblem ReadOnlyFileProblem(const std::string& path);
 FileProblem ReadOnlyFolderProblem(const std::string& path);
 FileProblem Utf16Problem(const std::string& path);
+FileProblem BusyProblem(const std::string& what);
+/// `kept` is the path of the bytes that were kept from before the write.
+FileProblem InterruptedProblem(const std::string& path, const std::string& kept);
 FileProblem BadTextProblem(const std::string& what);
 
 }  // namespace Helmsway

@@ -12,6 +12,8 @@
 #include <ctime>
 #include <memory>
 
+#include "bench/host/AtomicFile.h"
+#include "bench/host/StillFile.h"
 #include "bench/host/SystemCalls.h"
 
 namespace Helmsway {
@@ -25,7 +27,7 @@ std::string Prefix(const std::string& fileName) {
   return "." + fileName.substr(0, mostOfName) + ".";
 }
 
-/// The time makes names differ that two writers of one process number give, which stand in different containers.
+/// The time keeps names unique when two containers reuse a process number.
 std::string NewName(const std::string& prefix) {
   timespec now{};
   clock_gettime(CLOCK_REALTIME, &now);
@@ -58,11 +60,15 @@ void RemoveIfLeft(int folder, const std::string& name) {
 
 Placement PlacementAfter(int error) {
   if (error == ENOENT || error == EEXIST) return Placement::Superseded;
+  // A mount point, a folder whose files only their owners may rename, a file in use.
+  if (error == EBUSY || error == EACCES || error == EPERM || error == EXDEV || error == ETXTBSY) {
+    return Placement::Barred;
+  }
   // Network folders, among others, can only rename without looking.
   return error == EINVAL || error == ENOSYS ? Placement::Unable : Placement::Failed;
 }
 
-/// Nobody waits for it: what can't be removed now is there for the next save.
+/// A leftover that can't be removed now is there for the next save.
 void RemoveLeftovers(int folder, std::string_view prefix) {
   struct Close {
     void operator()(DIR* entries) const { closedir(entries); }
@@ -88,8 +94,10 @@ TemporaryFile::TemporaryFile(int folder, const std::string& fileName, mode_t mod
     if (!descriptor_ && errno != EEXIST) return;
   }
   isThere_ = static_cast<bool>(descriptor_);
-  // Without its lock the file might be taken for a leftover, and the save would fail; it can't do harm.
+  // Without its lock the file might be taken for a leftover, which costs one more attempt.
+  const int error = errno;
   if (isThere_) Lock(descriptor_);
+  errno = error;
 }
 
 TemporaryFile::~TemporaryFile() {
@@ -117,6 +125,7 @@ bool TemporaryFile::Fill(std::string_view bytes, Durability durability) {
     if (written <= 0) return false;
     bytes.remove_prefix(static_cast<std::size_t>(written));
   }
+  MarkAsWhole(descriptor_.Get());
   const bool isFlushed = durability == Durability::Flushed;
   if (isFlushed && Uninterrupted([&] { return fsync(descriptor_.Get()); }) != 0) return false;
   // The descriptor is closed here because some file systems tell only then that the disk is full. The copy keeps the
@@ -126,11 +135,30 @@ bool TemporaryFile::Fill(std::string_view bytes, Durability durability) {
 }
 
 Placement TemporaryFile::ExchangeWith(const std::string& fileName) {
-  // Where it can't be had, there is only nothing to tell others that the file isn't a leftover.
-  displacedLock_ = OpenFile(folder_, fileName, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY);
-  if (displacedLock_) Lock(displacedLock_);
-  if (renameat2(folder_, name_.c_str(), folder_, fileName.c_str(), RENAME_EXCHANGE) == 0) return Placement::Exchanged;
-  return PlacementAfter(errno);
+  if (renameat2(folder_, name_.c_str(), folder_, fileName.c_str(), RENAME_EXCHANGE) != 0) return PlacementAfter(errno);
+  // Found by its new name, so that it is the displaced file whatever has happened in between.
+  displaced_ = OpenFile(folder_, name_, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY);
+  if (displaced_) Lock(displaced_);
+  return Placement::Exchanged;
+}
+
+bool TemporaryFile::PutBack(const std::string& fileName, std::string_view bytes) {
+  const auto exchange = [&] {
+    return renameat2(folder_, name_.c_str(), folder_, fileName.c_str(), RENAME_EXCHANGE) == 0;
+  };
+  if (!exchange()) {
+    const int error = errno;
+    struct stat status {};
+    const bool isRemoved = error == ENOENT && fstatat(folder_, fileName.c_str(), &status, 0) != 0 && errno == ENOENT;
+    if (isRemoved) return true;
+    isThere_ = false;
+    errno = error == ENOENT ? EBUSY : error;  // another program has taken it away
+    return false;
+  }
+  // What comes out must be the new file. Something newer still goes back where it was.
+  const FileDescriptor out = OpenFile(folder_, name_, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY);
+  if (out && !HoldsBytes(out.Get(), bytes) && !exchange()) isThere_ = false;
+  return true;
 }
 
 Placement TemporaryFile::TakeName(const std::string& fileName) {
@@ -143,10 +171,6 @@ Placement TemporaryFile::ReplaceBlindly(const std::string& fileName) {
   if (renameat(folder_, name_.c_str(), folder_, fileName.c_str()) != 0) return PlacementAfter(errno);
   isThere_ = false;
   return Placement::Alone;
-}
-
-bool TemporaryFile::ExchangeAgain(const std::string& fileName) {
-  return renameat2(folder_, name_.c_str(), folder_, fileName.c_str(), RENAME_EXCHANGE) == 0;
 }
 
 }  // namespace Helmsway

@@ -17,19 +17,22 @@ enum class Placement {
   Exchanged,   ///< it has the name; what had it before has the temporary one
   Superseded,  ///< nothing has changed, since there is no such file, or one where none should be
   Unable,      ///< nothing has changed: the file system can't look and rename in one step
+  Barred,      ///< nothing has changed: this name can't be given to another file
   Failed,      ///< nothing has changed
 };
 
-/// New contents under a name of their own beside the file that they are for. What has that name goes with this object.
+/// New contents under a name of their own beside the file that they are for. The file of that name goes with this
+/// object. For a holder of the folder's lock.
 ///
-/// A writer that is killed leaves its temporary file behind. Each save removes those of earlier writers of that file.
-/// Whether a writer still lives is told by a lock on its file, which ends with the writer: the process number in the
-/// name may be that of a program in another container or on another computer of a network folder, or have been given
-/// to another program since. Where the file system has no locks, a leftover stays, and does no harm. A file that is
-/// removed between its making and its lock costs its writer one more attempt.
+/// A writer that is killed leaves its temporary file. Each save removes those of earlier writers of that file. Among
+/// the programs of this computer the folder's lock is enough to tell a leftover from a file in use. Writers on other
+/// computers, and in folders that are mounted twice, know each other by a lock on the temporary file itself: it ends
+/// with the writer, while the process number in the name may have been given to another program since. Where the file
+/// system has no locks, a leftover stays, and does no harm.
 class TemporaryFile {
  public:
-  /// `folder` must outlive it. Removes what killed writers left, then makes the file.
+  /// `folder` must outlive it. Removes what killed writers left, then makes the file. False, with `errno` set, when
+  /// it can't be made.
   TemporaryFile(int folder, const std::string& fileName, mode_t mode);
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
@@ -38,35 +41,38 @@ class TemporaryFile {
   explicit operator bool() const noexcept { return isThere_; }
   const std::string& Name() const noexcept { return name_; }
 
-  /// Mode and owner of that file. An owner that the system keeps for others is left: the contents count for more. The
-  /// rights that would go to another owner or group by that are left out.
+  /// Mode and owner of that file. False, with `errno` set, when the file can't have them. An owner that the system
+  /// keeps for others is left: the contents count for more. The rights that would go to another owner or group by that
+  /// are left out.
   bool TakeOver(const struct stat& status);
 
-  /// Writes, and waits until the bytes are on the disk if they are to be `Flushed`.
+  /// Writes, marks the file as whole, and waits until the bytes are on the disk if they are to be `Flushed`.
   bool Fill(std::string_view bytes, Durability durability);
 
-  /// Exchanges its name with the file of that name, which counts as in use from then on: another writer doesn't take it
-  /// for a leftover.
+  /// Exchanges its name with the file of that name, which is displaced, locked, and open for reading from then on.
   Placement ExchangeWith(const std::string& fileName);
+
+  /// A descriptor of the displaced file; -1 where it can't be opened.
+  int DisplacedFile() const noexcept { return displaced_.Get(); }
+
+  /// Undoes the exchange: the displaced file gets its name again. `bytes` are the ones that were to take its place; if
+  /// another program has put a third file there, that one stays. True also when another program has removed the file
+  /// since. False, with `errno` set, when the displaced file can't be put back; it keeps the temporary name then, and
+  /// isn't removed.
+  bool PutBack(const std::string& fileName, std::string_view bytes);
 
   /// Takes a name that no file has.
   Placement TakeName(const std::string& fileName);
 
-  /// Takes the name, whoever has it.
+  /// Takes the name, whatever file has it.
   Placement ReplaceBlindly(const std::string& fileName);
-
-  /// Undoes an exchange, or does it again. `errno` tells why it failed.
-  bool ExchangeAgain(const std::string& fileName);
-
-  /// What has the temporary name stays.
-  void Keep() noexcept { isThere_ = false; }
 
  private:
   int folder_;
   std::string name_;
   FileDescriptor descriptor_;
   FileDescriptor lock_;
-  FileDescriptor displacedLock_;
+  FileDescriptor displaced_;
   bool isThere_ = false;
 };
 

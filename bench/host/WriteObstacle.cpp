@@ -6,10 +6,13 @@
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <optional>
 #include <string_view>
 
 #include "bench/host/FileDescriptor.h"
+#include "bench/host/FolderLock.h"
+#include "bench/host/InPlaceFile.h"
 #include "bench/host/SystemCalls.h"
 #include "bench/host/TargetPath.h"
 #include "bench/host/Utf16.h"
@@ -31,7 +34,7 @@ FileProblem ContentsProblem(int folder, const TargetPath& target) {
 }
 
 FileProblem AccessProblem(int folder, const std::string& name, const FileProblem& notAllowed) {
-  if (faccessat(folder, name.c_str(), W_OK, AT_EACCESS) == 0) return {};
+  if (faccessat(folder, name.c_str(), W_OK, AT_EACCESS) == 0 || errno == ENOENT) return {};
   return errno == EACCES || errno == EPERM ? notAllowed : ProblemAfter(errno, name);
 }
 
@@ -54,14 +57,34 @@ FileProblem Obstacle(const std::string& path, Use use) {
   }
   if (!S_ISREG(status.st_mode)) return NotAFileProblem(name);
   if (FileProblem problem = ContentsProblem(folder.Get(), *target)) return problem;
-  if (use == Use::Read) return {};
-  if ((status.st_mode & WriteBits) == 0) return ReadOnlyFileProblem(name);
-  return AccessProblem(folder.Get(), name, ReadOnlyFileProblem(name));
+  return use == Use::Read ? FileProblem() : WriteAccessProblem(folder.Get(), name);
+}
+
+/// Another writer that has the folder for longer than a write takes, or one that was cut off.
+FileProblem WriterProblem(const std::string& path) {
+  constexpr std::chrono::milliseconds longWrite{300};
+  const std::optional<TargetPath> target = TargetOf(path);
+  if (!target) return ProblemAfter(errno, path);
+  const FolderLock lock(target->folder, longWrite);
+  if (!lock) return ProblemAfter(lock.Error(), path);
+  return InterruptedWriteObstacle(lock.Folder(), target->name);
 }
 
 }  // namespace
 
-FileProblem WriteObstacle(const std::string& path) { return Obstacle(path, Use::Write); }
+FileProblem WriteAccessProblem(int folder, const std::string& name) {
+  struct stat status {};
+  if (fstatat(folder, name.c_str(), &status, 0) != 0)
+    return errno == ENOENT ? FileProblem() : ProblemAfter(errno, name);
+  if (!S_ISREG(status.st_mode)) return NotAFileProblem(name);
+  if ((status.st_mode & WriteBits) == 0) return ReadOnlyFileProblem(name);
+  return AccessProblem(folder, name, ReadOnlyFileProblem(name));
+}
+
+FileProblem WriteObstacle(const std::string& path) {
+  FileProblem problem = Obstacle(path, Use::Write);
+  return problem ? problem : WriterProblem(path);
+}
 
 FileProblem ReadObstacle(const std::string& path) { return Obstacle(path, Use::Read); }
 

@@ -10,6 +10,10 @@ namespace Helmsway {
 /// when nothing speaks against it. Writes nothing. A write can still fail: of a full disk, for one.
 FileProblem WriteObstacle(const std::string& path);
 
+/// What keeps a file in that folder, which is there, from being written, be it replaced or written in place. A file
+/// that nobody may write is left alone, also by the superuser.
+FileProblem WriteAccessProblem(int folder, const std::string& name);
+
 /// What keeps the file from being read as configuration. A missing file is no problem: it holds no keys. A UTF-16 file
 /// is one: it reads as if it held no keys.
 FileProblem ReadObstacle(const std::string& path);

@@ -238,8 +238,8 @@ void Player::EditFile(const Action& action) {
   const std::vector<std::string>& words = action.arguments;
   const Interruption::Shield shield;
   const FileProblem problem = action.kind == ActionKind::FileSet
-                                  ? SetIniValue(marivaneIni_, words[0], words[1], words[2], durability_)
-                                  : RemoveIniValue(marivaneIni_, words[0], words[1], durability_);
+                                  ? SetIniValue(marivaneIni_, words[0], words[1], words[2], {durability_})
+                                  : RemoveIniValue(marivaneIni_, words[0], words[1], {durability_});
   if (problem) throw std::runtime_error("Marivane.ini can't be edited: " + action.text);
 }
 

@@ -100,13 +100,18 @@ Expected ExpectedAfter(const Road& road, std::size_t number, int error) {
   const std::string& name = road.calls.at(number - 1).name;
   const std::size_t renamed = road.Find("renameat2");
   if (renamed != 0 && renamed < number) return Expected::Success;
-  const bool canBeInterrupted = name == "openat" || name == "read" || name == "write" || name == "fsync";
+  const bool canBeInterrupted =
+      name == "openat" || name == "flock" || name == "read" || name == "write" || name == "fsync";
   if (canBeInterrupted && error == EINTR) return Expected::Success;
   const std::size_t flushed = road.Find("fsync");
   const bool isClosing = flushed != 0 && number == road.Find("close", flushed);
   const bool isOfTheFilesBytes = name == "write" || name == "fsync" || isClosing;
-  const bool isNeeded = number == 1 || isOfTheFilesBytes || name == "fchmod" || name == "renameat2";
-  return isNeeded ? Expected::Failure : Expected::Either;
+  const bool isOfTheLock = number <= road.Find("flock");
+  if (isOfTheLock || isOfTheFilesBytes) return Expected::Failure;
+  // A file that can't be replaced is written in place.
+  const bool isBar = error == EACCES || error == EROFS;
+  const bool isNeeded = name == "fchmod" || name == "renameat2";
+  return isNeeded && !isBar ? Expected::Failure : Expected::Either;
 }
 
 /// A failure leaves the old file, a success the new one, whichever call fails.
@@ -148,6 +153,30 @@ TEST(FailingCallsTest, AFailureLeavesTheOldFileWhicheverCallFailsThatANewKeyNeed
 
 TEST(FailingCallsTest, AFailureLeavesTheOldFileWhicheverCallFailsThatANewSectionNeeds) {
   ExpectOldFileOrNewOne(SavesOf(Edit::NewSection));
+}
+
+// The file can't be replaced, and neither can any other call of the road that is taken then be relied on.
+TEST(FailingCallsTest, AWriteInPlaceLeavesTheOldFileWhicheverCallFails) {
+  const std::string value(100, 'v');
+  const Save saves[] = {{"longer", "S", "k", "[S]\nk=" + value + "\nj=0\n", "[S]\nk=7\nj=0\n"},
+                        {"shorter", "S", "k", "[S]\nk=\nj=" + value + "\n", "[S]\nk=7\nj=" + value + "\n"},
+                        {"empty", "S", "k", "", "[S]\r\nk=7\r\n"}};
+  for (const Save& save : saves) {
+    const std::size_t calls =
+        SaveWith({What::Nothing, 0, 0, "renameat2", {}, EBUSY}, SaveFolder(save)).road.calls.size();
+    for (const int error : {ENOSPC, EIO, EACCES, EINTR}) {
+      for (std::size_t number = 1; number <= calls; ++number) {
+        const SaveFolder folder(save);
+        const auto [result, road] = SaveWith({What::Failure, number, error, "renameat2", {}, EBUSY}, folder);
+        SCOPED_TRACE(save.name + ", call " + std::to_string(number) + ": " + std::strerror(error));
+        if (road.calls.size() >= number && result != Result::Ok) folder.Read();
+        EXPECT_EQ(folder.Bytes(), result == Result::Ok ? save.after : save.before);
+        folder.ExpectTheMode();
+        folder.ExpectTheNextSaveWorks();
+        ASSERT_FALSE(HasFailure());
+      }
+    }
+  }
 }
 
 TEST(FailingCallsTest, AWriteThatTakesAPartIsGoneOnWith) {

@@ -20,8 +20,8 @@ struct Observation {
   Calls calls;
 };
 
-/// Null while calls pass unseen.
-Observation* current = nullptr;
+/// Null while calls pass unseen. Another thread's calls always do: it stands for another program.
+thread_local Observation* current = nullptr;
 
 void Die() { kill(getpid(), SIGKILL); }
 
@@ -57,8 +57,8 @@ auto Pass(const char* name, int descriptor, Real real, WhenFailing whenFailing =
   const What what = Enter(name, descriptor);
   using Result = decltype(real(what));
   if (current->fault->missing == name) {
-    if (what == What::DeathAfter) Die();
-    errno = ENOSYS;
+    if (what == What::DeathAfter || what == What::DeathInWrite) Die();
+    errno = current->fault->missingError;
     return FailureOf<Result>();
   }
   if (what == What::Failure) {
@@ -67,8 +67,12 @@ auto Pass(const char* name, int descriptor, Real real, WhenFailing whenFailing =
     return FailureOf<Result>();
   }
   const Result result = real(what);
-  if (what == What::DeathAfter) Die();
+  if (what == What::DeathAfter || what == What::DeathInWrite) Die();
   return result;
+}
+
+std::size_t PartOf(What what, std::size_t size) {
+  return what == What::HalfWrite || what == What::DeathInWrite ? (size + 1) / 2 : size;
 }
 
 }  // namespace
@@ -84,6 +88,7 @@ Calls Observe(const Fault& fault, const std::function<void()>& action) {
 }  // namespace Helmsway::Faults
 
 // The linker's --wrap leads a call of `write` to `__wrap_write`, and `__real_write` to the system's.
+using Helmsway::Faults::PartOf;
 using Helmsway::Faults::Pass;
 using Helmsway::Faults::What;
 using Helmsway::Faults::WhenFailing;
@@ -111,6 +116,8 @@ HELMSWAY_PASS(int, fchmod, file, (int file, mode_t mode), (file, mode))
 HELMSWAY_PASS(int, fchown, file, (int file, uid_t owner, gid_t group), (file, owner, group))
 HELMSWAY_PASS(int, flock, file, (int file, int operation), (file, operation))
 HELMSWAY_PASS(int, fsync, file, (int file), (file))
+HELMSWAY_PASS(int, ftruncate, file, (int file, off_t size), (file, size))
+HELMSWAY_PASS(int, futimens, file, (int file, const timespec times[2]), (file, times))
 HELMSWAY_PASS(int, renameat, folder, (int folder, const char* name, int newFolder, const char* newName),
               (folder, name, newFolder, newName))
 HELMSWAY_PASS(int, renameat2, folder,
@@ -144,8 +151,13 @@ int __wrap_fcntl(int file, int command, ...) {
 ssize_t __real_write(int file, const void* bytes, size_t size);
 ssize_t __wrap_write(int file, const void* bytes, size_t size);
 ssize_t __wrap_write(int file, const void* bytes, size_t size) {
-  return Pass("write", file,
-              [&](What what) { return __real_write(file, bytes, what == What::HalfWrite ? (size + 1) / 2 : size); });
+  return Pass("write", file, [&](What what) { return __real_write(file, bytes, PartOf(what, size)); });
+}
+
+ssize_t __real_pwrite(int file, const void* bytes, size_t size, off_t offset);
+ssize_t __wrap_pwrite(int file, const void* bytes, size_t size, off_t offset);
+ssize_t __wrap_pwrite(int file, const void* bytes, size_t size, off_t offset) {
+  return Pass("pwrite", file, [&](What what) { return __real_pwrite(file, bytes, PartOf(what, size), offset); });
 }
 
 int __real_close(int file);

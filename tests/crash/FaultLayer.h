@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cerrno>
 #include <cstddef>
 #include <functional>
 #include <string>
@@ -11,19 +12,21 @@ namespace Helmsway::Faults {
 
 enum class What {
   Nothing,
-  DeathBefore,  ///< the process is killed instead of making the call
-  DeathAfter,   ///< the process is killed as soon as the call has done its work
-  Failure,      ///< the call isn't made and fails; a close takes place and fails
-  HalfWrite,    ///< a write takes half of its bytes
-  Meanwhile,    ///< another program comes in ahead of the call
+  DeathBefore,   ///< the process is killed instead of making the call
+  DeathAfter,    ///< the process is killed as soon as the call has done its work
+  Failure,       ///< the call isn't made and fails; a close takes place and fails
+  HalfWrite,     ///< a write takes half of its bytes
+  DeathInWrite,  ///< as `DeathAfter`, of a write that has taken half of its bytes
+  Meanwhile,     ///< another program comes in ahead of the call
 };
 
 struct Fault {
   What what = What::Nothing;
   std::size_t call = 0;               ///< counted from 1
   int error = 0;                      ///< the `errno` of a failure
-  std::string missing{};              ///< calls of that name fail throughout, as ones that the system doesn't have
+  std::string missing{};              ///< calls of that name fail throughout, with `missingError`
   std::function<void()> meanwhile{};  ///< its own calls aren't counted
+  int missingError = ENOSYS;          ///< of a call that the system doesn't have
 };
 
 struct Call {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -59,10 +60,17 @@ class SaveFolder {
 
   explicit SaveFolder(const Save& save) : save_(save) {
     folder_.Write(FileName, save.before);
+    Settle();
     EXPECT_EQ(chmod(Path().c_str(), Mode), 0);
   }
 
   std::string Path() const { return folder_.PathOf(FileName); }
+  /// The file has held its bytes for long, so that no save waits for it to be still.
+  void Settle() const {
+    const timespec times[] = {{1'000'000'000, 0}, {1'000'000'000, 0}};
+    EXPECT_EQ(utimensat(AT_FDCWD, Path().c_str(), times, 0), 0);
+  }
+
   std::string Bytes() const { return folder_.Read(FileName); }
   std::set<std::string> Names() const { return folder_.Names(); }
   bool HoldsTheFileAlone() const { return Names() == std::set<std::string>{FileName}; }
@@ -73,6 +81,18 @@ class SaveFolder {
     OrvelCalibrateS::Ref<HelmswayCmds::IIniService> service;
     *service.Out() = new ConfigurationService;
     return service->WriteIni(AsText(save_.section), AsText(save_.key), AsText(Path()), AsText(value));
+  }
+
+  /// The value of the key, as a program reads it that has just started.
+  std::string Read() const {
+    using OrvelCalibrateS::AsText;
+    OrvelCalibrateS::Ref<HelmswayCmds::IIniService> service;
+    *service.Out() = new ConfigurationService;
+    std::string value;
+    OrvelCalibrateS::StringTarget target(value);
+    EXPECT_EQ(service->ReadIni(AsText(save_.section), AsText(save_.key), AsText(Path()), AsText(""), target),
+              HelmswayCmds::Result::Ok);
+    return value;
   }
 
   /// The save can be done again, and nothing but the file is left then.

@@ -66,6 +66,34 @@ std::size_t ExpectWholeFilesWhereverItDies(const Save& save, Fault fault) {
   return mostCalls;
 }
 
+/// Dies once at each call of a save of a file that can't be replaced. The file may be torn then, until a program opens
+/// it.
+std::size_t ExpectAnUndoneWriteWhereverItDies(const Save& save, Fault fault) {
+  fault.missing = "renameat2";
+  fault.missingError = EBUSY;
+  std::size_t torn = 0;
+  for (fault.call = 1; fault.call < 200; ++fault.call) {
+    SCOPED_TRACE(save.name + ", call " + std::to_string(fault.call));
+    const SaveFolder folder(save);
+    const End end = SaveAndDie(folder, fault);
+    if (end != End::Killed) {
+      EXPECT_EQ(end, End::Saved);
+      EXPECT_EQ(folder.Bytes(), save.after);
+      return torn;
+    }
+    if (folder.Bytes() != save.before && folder.Bytes() != save.after) ++torn;
+    const bool readsFirst = fault.call % 2 == 0;
+    if (readsFirst) {
+      folder.Read();
+      EXPECT_TRUE(folder.Bytes() == save.before || folder.Bytes() == save.after) << folder.Bytes();
+    }
+    folder.ExpectTheNextSaveWorks();
+    if (testing::Test::HasFailure()) return torn;
+  }
+  ADD_FAILURE() << "a save without an end";
+  return torn;
+}
+
 /// Tells how many calls were tried.
 void ExpectWholeFiles(const std::vector<Save>& saves, const Fault& fault) {
   std::size_t deaths = 0;
@@ -101,6 +129,20 @@ TEST(SuddenDeathTest, AheadOfACallIsNoOtherThanBehindOne) {
 
 TEST(SuddenDeathTest, WhereFilesCannotBeExchangedLeavesTheOldFileOrTheNewOne) {
   ExpectWholeFiles({SavesOf(Edit::Value).front()}, {What::DeathAfter, 0, 0, "renameat2"});
+}
+
+TEST(SuddenDeathTest, OfAWriteInPlaceIsUndoneByTheNextProgram) {
+  const std::string value(100, 'v');
+  const Save saves[] = {{"longer", "S", "k", "[S]\nk=" + value + "\nj=0\n", "[S]\nk=7\nj=0\n"},
+                        {"shorter", "S", "k", "[S]\nk=\nj=" + value + "\n", "[S]\nk=7\nj=" + value + "\n"},
+                        {"empty", "S", "k", "", "[S]\r\nk=7\r\n"}};
+  for (const Save& save : saves) {
+    for (const What what : {What::DeathAfter, What::DeathInWrite}) {
+      const std::size_t torn = ExpectAnUndoneWriteWhereverItDies(save, {what});
+      EXPECT_TRUE(torn > 0 || what == What::DeathAfter) << save.name << ": no moment at which the file is torn";
+      if (HasFailure()) return;
+    }
+  }
 }
 
 TEST(LeftoversTest, OnlyThoseOfKilledWritersOfThatFileAreRemoved) {

@@ -3,9 +3,10 @@
 # cmake -DNM=nm -DARCHIVE=file -DWRAPPED=name,name... -P WrappedCalls.cmake
 cmake_minimum_required(VERSION 3.25)
 string(REPLACE "," ";" wrapped "${WRAPPED}")
-set(objects AtomicFile ConfigurationFile ConfigurationService FileProblem FileStamp IniEdits IniFile IniLines TargetPath
-    TemporaryFile WriteObstacle)
-set(harmless _GLOBAL_OFFSET_TABLE_ __errno_location bcmp clock_gettime getpid memchr memcmp memcpy memmove memrchr memset strerror strlen)
+set(objects AtomicFile ConfigurationFile ConfigurationService FileProblem FileStamp FolderLock IniEdits IniFile
+    IniLines InPlaceFile KeptBytes StillFile TargetPath TemporaryFile WriteObstacle)
+set(harmless _GLOBAL_OFFSET_TABLE_ __errno_location bcmp clock_gettime geteuid getpid memchr memcmp memcpy memmove memrchr memset nanosleep
+    pthread_mutex_lock pthread_mutex_unlock strerror strlen)
 
 execute_process(COMMAND ${NM} --undefined-only --format=posix ${ARCHIVE} OUTPUT_VARIABLE table
                 COMMAND_ERROR_IS_FATAL ANY)

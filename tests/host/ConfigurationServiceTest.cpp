@@ -21,6 +21,7 @@
 #include "bench/host/AtomicFile.h"
 #include "bench/host/ConfigurationFile.h"
 #include "bench/host/ConfigurationService.h"
+#include "bench/host/FolderLock.h"
 #include "bench/host/WriteObstacle.h"
 #include "tests/host/TemporaryFolder.h"
 
@@ -167,6 +168,12 @@ TEST_F(ConfigurationServiceTest, EveryEditOfAnotherProgramIsSeenAndKept) {
   EXPECT_EQ(Read(file), "link");
 }
 
+Replacement::Kind Replace(const std::string& path, std::string_view bytes, const FileContents* expected) {
+  const fs::path file = path;
+  const FolderLock folder(file.parent_path(), std::chrono::milliseconds(0));
+  return ReplaceFile(folder.Folder(), file.filename(), bytes, expected).kind;
+}
+
 // Through a shared mapping only the first edit gives a file a new stamp, as within one step of the clock everywhere.
 TEST_F(ConfigurationServiceTest, AnEditIsSeenThatSharesTheStampOfTheOneBefore) {
   int seen = 0;
@@ -182,12 +189,12 @@ TEST_F(ConfigurationServiceTest, AnEditIsSeenThatSharesTheStampOfTheOneBefore) {
     EXPECT_EQ(ReadWholeFile(path, before), FilePresence::Present);
     bytes[6] = '3';
     const std::string value = Read(path);
-    const Replacement replacement = ReplaceFile(path, "4", &before);
+    const Replacement::Kind replacement = Replace(path, "4", &before);
     munmap(bytes, 8);
     if (std::chrono::steady_clock::now() - start > std::chrono::milliseconds(10))
       continue;  // the stamp has settled meanwhile
     ASSERT_EQ(value, "3");
-    ASSERT_EQ(replacement, Replacement::Superseded);
+    ASSERT_EQ(replacement, Replacement::Kind::Superseded);
     ++seen;
   }
   EXPECT_GT(seen, 0) << "the machine is too slow to tell";
@@ -211,14 +218,14 @@ TEST_F(ConfigurationServiceTest, AStateThatTheCallerHasNotSeenIsNotReplaced) {
     std::this_thread::sleep_for(age);
     FileContents seen;
     EXPECT_EQ(ReadWholeFile(path, seen), FilePresence::Present);
-    EXPECT_EQ(ReplaceFile(path, "3", nullptr), Replacement::Superseded);
+    EXPECT_EQ(Replace(path, "3", nullptr), Replacement::Kind::Superseded);
     folder_.Write(name, "2");
-    EXPECT_EQ(ReplaceFile(path, "3", &seen), Replacement::Superseded);
+    EXPECT_EQ(Replace(path, "3", &seen), Replacement::Kind::Superseded);
     EXPECT_EQ(folder_.Read(name), "2");
     fs::remove(path);
-    EXPECT_EQ(ReplaceFile(path, "3", &seen), Replacement::Superseded);
+    EXPECT_EQ(Replace(path, "3", &seen), Replacement::Kind::Superseded);
     EXPECT_EQ(folder_.Names(), Names());
-    EXPECT_EQ(ReplaceFile(path, "3", nullptr), Replacement::Done);
+    EXPECT_EQ(Replace(path, "3", nullptr), Replacement::Kind::Done);
     EXPECT_EQ(folder_.Read(name), "3");
     EXPECT_EQ(folder_.Names(), Names{name});
   }

@@ -1,0 +1,32 @@
+#include "bench/host/FolderLock.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <thread>
+
+#include "bench/host/SystemCalls.h"
+
+namespace Helmsway {
+
+FolderLock::FolderLock(const std::string& folder, std::chrono::milliseconds patience)
+    : folder_(OpenFile(AT_FDCWD, folder, O_RDONLY | O_DIRECTORY)) {
+  using Clock = std::chrono::steady_clock;
+  if (!folder_) {
+    error_ = errno;
+    return;
+  }
+  // The system has no wait with a time limit. A write takes milliseconds, so the looks are at most that far apart.
+  constexpr std::chrono::microseconds shortest{200};
+  constexpr std::chrono::microseconds longest{3'000};
+  const auto end = Clock::now() + patience;
+  for (auto pause = shortest;; pause = std::min(pause * 2, longest)) {
+    error_ = Uninterrupted([&] { return flock(folder_.Get(), LOCK_EX | LOCK_NB); }) == 0 ? 0 : errno;
+    if (error_ != EWOULDBLOCK || Clock::now() >= end) return;
+    std::this_thread::sleep_for(pause);
+  }
+}
+
+}  // namespace Helmsway
