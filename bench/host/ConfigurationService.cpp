@@ -25,7 +25,12 @@ using OrvelCalibrateS::StepFailed;
 
 namespace {
 
-/// All pieces between the separators; none of an empty text. An empty separator separates nothing.
+/// No line of a configuration and no command text has nearly as many. Each takes tens of bytes on either side of the
+/// contract, so a damaged file of separators alone would take many times its size.
+constexpr std::size_t MostPieces = 1'000'000;
+
+/// All pieces between the separators; none of an empty text. An empty separator separates nothing. Fails beyond
+/// `MostPieces`.
 std::vector<Text> Pieces(std::string_view text, std::string_view separator) {
   std::vector<Text> pieces;
   if (text.empty()) return pieces;
@@ -36,6 +41,7 @@ std::vector<Text> Pieces(std::string_view text, std::string_view separator) {
     for (std::size_t end = text.find(separator); end != std::string_view::npos; end = text.find(separator, begin)) {
       pieces.push_back(AsText(text.substr(begin, end - begin)));
       begin = end + separator.size();
+      Require(pieces.size() < MostPieces);
     }
   }
   pieces.push_back(AsText(text.substr(begin)));

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "addin/base/Texts.h"
+#include "bench/host/StillFile.h"
 
 namespace Helmsway {
 
@@ -30,6 +31,7 @@ Result OverlaidIniService::WriteIni(Text section, Text key, Text filePath, Text 
       if (fs::exists(path)) {
         fs::copy_file(path, own, fs::copy_options::overwrite_existing);
         fs::permissions(own, fs::perms::owner_write, fs::perm_options::add);
+        MarkAsWhole(own.string());
       }
       copy = copies_.emplace(path, own.string()).first;
     }

@@ -12,6 +12,9 @@
 #include <thread>
 #include <utility>
 
+#include "bench/host/FileDescriptor.h"
+#include "bench/host/SystemCalls.h"
+
 namespace Helmsway {
 namespace {
 
@@ -90,6 +93,11 @@ void MarkAsWhole(int descriptor) {
   futimens(descriptor, times.data());
   struct stat status {};
   if (fstat(descriptor, &status) == 0) LastWriteOfThisProcess().Remember(StampOf(status));
+}
+
+void MarkAsWhole(const std::string& path) {
+  const FileDescriptor file = OpenFile(AT_FDCWD, path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
+  if (file) MarkAsWhole(file.Get());
 }
 
 bool IsOpenForWriting(int descriptor) {

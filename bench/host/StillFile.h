@@ -29,6 +29,9 @@ Reading ReadStillFile(int folder, const std::string& name, std::chrono::millisec
 /// writers, where the file belongs to another user.
 void MarkAsWhole(int descriptor);
 
+/// The same for a copy that this program has made with means of its own.
+void MarkAsWhole(const std::string& path);
+
 /// Whether another program has the file open for writing, as far as the system says so: it does on this computer's own
 /// disks, to the file's owner. `descriptor` must be one for reading alone.
 bool IsOpenForWriting(int descriptor);

@@ -6,6 +6,7 @@
 #include <string>
 #include <system_error>
 
+#include "bench/host/StillFile.h"
 #include "bench/replay/Interruption.h"
 
 namespace Helmsway {
@@ -47,6 +48,7 @@ void Copy(const fs::path& original, const fs::path& copy) {
   try {
     fs::copy_file(original, copy);
     fs::permissions(copy, fs::perms::owner_read | fs::perms::owner_write, fs::perm_options::add);
+    MarkAsWhole(copy.string());
   } catch (const fs::filesystem_error& error) {
     throw std::runtime_error(original.string() + " can't be copied to " + copy.parent_path().string() + ": " +
                              error.code().message());

@@ -8,6 +8,7 @@
 #include "bench/host/ConfigurationFile.h"
 #include "bench/host/IniEdits.h"
 #include "bench/host/IniFile.h"
+#include "bench/host/StillFile.h"
 #include "tests/host/FileKinds.h"
 #include "tests/host/TemporaryFolder.h"
 
@@ -21,7 +22,9 @@ using namespace std::string_literals;
 std::string AfterWrite(const std::string& bytes, std::string_view section, std::string_view key,
                        std::string_view value) {
   const TemporaryFolder folder;
-  EXPECT_FALSE(SetIniValue(folder.Write("Marivane.ini", bytes), section, key, value));
+  const std::string path = folder.Write("Marivane.ini", bytes);
+  MarkAsWhole(path);
+  EXPECT_FALSE(SetIniValue(path, section, key, value));
   EXPECT_EQ(folder.Names(), std::set<std::string>{"Marivane.ini"});
   const std::string after = folder.Read("Marivane.ini");
   EXPECT_EQ(IniFile(after).Find(section, key), value);

@@ -3,11 +3,14 @@
 #include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <csignal>
+#include <cstdint>
 #include <filesystem>
+#include <fstream>
 #include <set>
 #include <string>
 #include <string_view>
@@ -22,6 +25,7 @@
 #include "bench/host/ConfigurationFile.h"
 #include "bench/host/ConfigurationService.h"
 #include "bench/host/FolderLock.h"
+#include "bench/host/StillFile.h"
 #include "bench/host/WriteObstacle.h"
 #include "tests/host/TemporaryFolder.h"
 
@@ -125,6 +129,7 @@ TEST_F(ConfigurationServiceTest, AUtf16FileHoldsNoKeysAndIsNeverWritten) {
        {"\xFF\xFE" + InUtf16(text, false), "\xFE\xFF" + InUtf16(text, true), InUtf16(text, false), InUtf16(text, true),
         InUtf16(";k", false), "\xFF\xFE"s, "\xFF\xFE[S]\nk=1\n"s}) {
     const std::string file = folder_.Write("file.ini", bytes);
+    MarkAsWhole(file);
     EXPECT_EQ(Read(file), "(default)");
     EXPECT_EQ(Write(file, "2"), Result::Failed);
     EXPECT_EQ(LastKind(), Kind::Utf16);
@@ -282,6 +287,34 @@ TEST_F(ConfigurationServiceTest, AFullDiskLeavesEverythingAsItWas) {
   EXPECT_EQ(folder_.Names(), Names{"file.ini"});
 }
 
+/// In kB, of this process, as the system calls it.
+long MemoryFigure(const std::string& name) {
+  std::ifstream status("/proc/self/status");
+  for (std::string line; std::getline(status, line);) {
+    if (line.starts_with(name)) return std::stol(line.substr(name.size() + 1));
+  }
+  return -1;
+}
+
+TEST_F(ConfigurationServiceTest, AWriteTakesAtMostThreeTimesTheMemoryOfTheFile) {
+#if defined(__SANITIZE_ADDRESS__)
+  GTEST_SKIP() << "a sanitizer takes memory of its own";
+#endif
+  constexpr off_t size = 50'000'000;
+  const std::string file = folder_.Write("file.ini", "[S]\nk=1\nj=");
+  ASSERT_EQ(truncate(file.c_str(), size), 0);  // one line of NUL bytes
+  const pid_t process = fork();
+  if (process == 0) {
+    const long before = MemoryFigure("VmRSS:");
+    const bool isDone = Read(file) == "1" && Write(file, "23") == Result::Ok && Read(file) == "23";
+    _exit(isDone && before > 0 && MemoryFigure("VmHWM:") - before < 3 * size / 1024 ? 0 : 1);
+  }
+  int status = -1;
+  ASSERT_EQ(waitpid(process, &status, 0), process);
+  EXPECT_EQ(status, 0);
+  EXPECT_EQ(fs::file_size(file), static_cast<std::uintmax_t>(size) + 1);
+}
+
 TEST_F(ConfigurationServiceTest, SplitTextGivesAllPiecesAndCountsThemWithoutAnEmptyLastOne) {
   const std::tuple<const char*, const char*, std::vector<std::string>, std::int32_t> rows[] = {
       {"", ",", {}, 0},
@@ -299,6 +332,11 @@ TEST_F(ConfigurationServiceTest, SplitTextGivesAllPiecesAndCountsThemWithoutAnEm
     EXPECT_EQ(parts, expected) << text;
     EXPECT_EQ(count, expectedCount) << text;
   }
+  std::vector<std::string> parts = {"before"};
+  OrvelCalibrateS::StringListTarget target(parts);
+  std::int32_t count = -1;
+  EXPECT_EQ(service_->SplitText(target, AsText(","), AsText(std::string(2'000'000, ',')), &count), Result::Failed);
+  EXPECT_EQ(parts.size(), 1U) << "a damaged line takes no memory";
 }
 
 }  // namespace
