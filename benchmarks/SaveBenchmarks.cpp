@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "addin/base/Ref.h"
 #include "addin/base/Texts.h"
@@ -13,7 +14,7 @@
 #include "benchmarks/WorkFolder.h"
 #include "benchmarks/peers/IniPeer.h"
 
-/// One key changed and saved.
+/// One key changed and saved, and all heads of a catalogue.
 namespace Helmsway::Benchmarks {
 namespace {
 
@@ -32,6 +33,7 @@ std::string LastKey(const State& state) { return ItemKeys(SizeOf(state)).back();
 void Save(State& state, const std::function<bool(const std::string&, std::size_t)>& save) {
   const WorkFolder folder;
   const std::string path = folder.Write("Marivane.ini", ItemFile(SizeOf(state)));
+  LetStampsSettle();
   std::size_t turns = 0;
   for (auto turn : state) {
     if (!save(path, turns++)) state.SkipWithError("a save failed");
@@ -72,6 +74,34 @@ void SaveByPeer(State& state, const PeerKind& kind) {
   });
 }
 
+/// As the add-in saves a calibration: each head is read, and written with its new position.
+void SaveHeadsByService(State& state) {
+  const std::vector<std::string> heads = ItemKeys(SizeOf(state));
+  OrvelCalibrateS::Ref<HelmswayCmds::IIniService> service;
+  *service.Out() = new ConfigurationService;
+  Save(state, [&](const std::string& path, std::size_t turn) {
+    bool isDone = true;
+    for (const std::string& head : heads) {
+      std::string line;
+      OrvelCalibrateS::StringTarget target(line);
+      const auto read = service->ReadIni(AsText(ItemSection), AsText(head), AsText(path), {}, target);
+      const std::string value = Changed(turn);
+      const auto written = service->WriteIni(AsText(ItemSection), AsText(head), AsText(path), AsText(value));
+      isDone = isDone && read == HelmswayCmds::Result::Ok && written == HelmswayCmds::Result::Ok && !line.empty();
+    }
+    return isDone;
+  });
+}
+
+/// As many bare saves.
+void SaveHeadsBare(State& state) {
+  const std::string bytes = ItemFile(SizeOf(state));
+  Save(state, [&](const std::string& path, std::size_t) {
+    for (std::size_t head = 0; head < SizeOf(state); ++head) BareSaveWithRead(path, bytes, Flush::Yes);
+    return true;
+  });
+}
+
 }  // namespace
 
 void RegisterSaveBenchmarks() {
@@ -84,6 +114,9 @@ void RegisterSaveBenchmarks() {
   add("Save/BareUnflushed", [](State& state) { SaveBare(state, BareSave, Flush::No); });
   add("Save/Helmsway", [](State& state) { SaveByService(state, SavedKey::Existing); });
   add("Save/Helmsway, a new key", [](State& state) { SaveByService(state, SavedKey::New); });
+  constexpr int heads = 300;
+  benchmark::RegisterBenchmark("SaveHeads/BareWithRead", SaveHeadsBare)->UseRealTime()->Arg(heads);
+  benchmark::RegisterBenchmark("SaveHeads/Helmsway", SaveHeadsByService)->UseRealTime()->Arg(heads);
   for (const PeerKind& kind : Peers()) {
     if (!kind.writes) continue;
     add(std::string("Save/") + kind.name, [&kind](State& state) { SaveByPeer(state, kind); });

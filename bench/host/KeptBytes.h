@@ -23,8 +23,8 @@ class KeptBytes {
   struct Record {
     std::string path;      ///< of the file of kept bytes, for people
     bool isWhole = false;  ///< one that isn't was left by a writer that hadn't touched the file yet
-    std::string old;
-    std::string now;
+    std::string old{};
+    std::string now{};
   };
   /// What an earlier writer left.
   std::optional<Record> Find() const;

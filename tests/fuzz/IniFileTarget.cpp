@@ -58,9 +58,10 @@ void CheckSetting(const std::string& bytes, const PlainIniReading& reading, cons
   const auto edited = WithValue(bytes, section, key, value);
   if (!edited) {
     const bool isPlain = (section.empty() || IsPlainWord(section)) && IsPlainWord(key) && IsPlainWord(value);
-    Demand(!isPlain, "plain words can be written");
+    Demand(!isPlain || PlainIniReading::IsUtf16(bytes), "plain words can be written into 8-bit text");
     return;
   }
+  Demand(!PlainIniReading::IsUtf16(bytes), "a UTF-16 file isn't written");
   Demand(IniFile(*edited).Find(section, key) == PlainIniReading::Trimmed(value), "what is written is found");
 
   auto expected = reading.values;
@@ -84,6 +85,7 @@ void CheckRemoving(const std::string& bytes, const PlainIniReading& reading, con
   expected.erase(Folded(section, key));
   Demand(PlainIniReading(left).values == expected, "the key is gone, and no other");
   Demand(WithoutKey(left, section, key) == left, "removing again changes nothing");
+  Demand(PlainIniReading::IsUtf16(left) == PlainIniReading::IsUtf16(bytes), "removing changes no encoding");
   if (!reading.values.contains(Folded(section, key))) Demand(left == bytes, "what isn't there can't be removed");
 }
 

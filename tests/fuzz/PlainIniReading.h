@@ -16,6 +16,7 @@ struct PlainIniReading {
   std::set<std::string> sections;      ///< in small letters; "" is always among them
 
   explicit PlainIniReading(std::string text) : sections{""} {
+    if (IsUtf16(text)) return;
     if (text.rfind("\xEF\xBB\xBF", 0) == 0) text.erase(0, 3);
     std::string section;
     while (!text.empty()) {
@@ -35,6 +36,14 @@ struct PlainIniReading {
       const std::string key = Small(Trimmed(line.substr(0, sign)));
       if (!key.empty()) values.emplace(Name{section, key}, Trimmed(line.substr(sign + 1)));
     }
+  }
+
+  static bool IsUtf16(const std::string& text) {
+    const std::string mark = text.substr(0, 2);
+    if (mark == "\xFF\xFE" || mark == "\xFE\xFF") return true;
+    std::string pattern;
+    for (const char letter : text.substr(0, 4)) pattern += letter == '\0' ? '0' : 'x';
+    return pattern == "0x0x" || pattern == "x0x0";
   }
 
   static std::string Trimmed(const std::string& text) {
