@@ -73,11 +73,13 @@ bool IsBar(int error) { return error == EACCES || error == EPERM || error == ERO
 enum class Displaced { AsExpected, Changed, Held };
 
 Displaced LookAtDisplaced(const TemporaryFile& temporary, const FileContents& expected) {
+  // The contents come last: a program that has just closed the file has written by then.
+  const bool isOpen = IsOpenForWriting(temporary.DisplacedFile());
   struct stat status {};
   if (fstat(temporary.DisplacedFile(), &status) != 0) return Displaced::Changed;
   if (!SameContents(StampOf(status), expected.stamp)) return Displaced::Changed;
   if (!expected.contentsSettled && !HoldsBytes(temporary.DisplacedFile(), expected.bytes)) return Displaced::Changed;
-  return IsOpenForWriting(temporary.DisplacedFile()) ? Displaced::Held : Displaced::AsExpected;
+  return isOpen ? Displaced::Held : Displaced::AsExpected;
 }
 
 }  // namespace

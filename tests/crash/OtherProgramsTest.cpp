@@ -112,6 +112,72 @@ TEST(OtherProgramsTest, AnEditAheadOfAnyCallOfASaveIsKept) {
   }
 }
 
+TEST(OtherProgramsTest, AnExchangeThatIsDelayedKeepsOurOtherSaversWaiting) {
+  std::size_t call = 0;
+  std::size_t exchange = 0;
+  for (const Faults::Call& made : Faults::Observe({}, [] { SaveFolder(save).Write(); })) {
+    ++call;
+    if (made.name == "renameat2") exchange = call;
+  }
+  const SaveFolder folder(save);
+  std::string atExchange;
+  OtherProgram other([&folder] { SaveAnotherKey(folder); });
+  const auto delay = [&] {
+    other.ComeIn();
+    atExchange = folder.Bytes();
+  };
+  Faults::Observe({What::Meanwhile, exchange, 0, "", delay}, [&] { EXPECT_EQ(folder.Write(), Result::Ok); });
+  other.End();
+  EXPECT_EQ(atExchange, save.before);
+  EXPECT_EQ(folder.Bytes(), Both);
+  EXPECT_TRUE(folder.HoldsTheFileAlone());
+}
+
+/// A program that opened the file before the save, on a system that doesn't say who has a file open.
+class UnseenDescriptor {
+ public:
+  explicit UnseenDescriptor(const std::string& path, int flags = 0)
+      : descriptor_(open(path.c_str(), O_RDWR | O_CLOEXEC | flags)) {}
+  UnseenDescriptor(const UnseenDescriptor&) = delete;
+  UnseenDescriptor& operator=(const UnseenDescriptor&) = delete;
+  ~UnseenDescriptor() { close(descriptor_); }
+  void Write(const std::string& bytes, off_t place) const {
+    EXPECT_EQ(pwrite(descriptor_, bytes.data(), bytes.size(), place), static_cast<ssize_t>(bytes.size()));
+  }
+
+ private:
+  int descriptor_;
+};
+
+TEST(OtherProgramsTest, WhatIsWrittenIntoTheDisplacedFileIsSeenUpToItsRemoval) {
+  std::string lost;
+  bool came = true;
+  for (std::size_t call = 1; came; ++call) {
+    const SaveFolder folder(save);
+    const UnseenDescriptor program(folder.Path());
+    came = false;
+    const auto write = [&] {
+      came = true;
+      program.Write("j=2", static_cast<off_t>(save.before.find("j=0")));
+    };
+    const Faults::Calls calls =
+        Faults::Observe({What::Meanwhile, call, 0, "fcntl", write}, [&] { EXPECT_EQ(folder.Write(), Result::Ok); });
+    if (came && folder.Bytes() != Both) lost += calls.at(call - 1).name + " ";
+  }
+  EXPECT_EQ(lost, "unlinkat close close ") << "what comes after the last look";
+}
+
+TEST(OtherProgramsTest, AnEmptyFileIsWrittenInPlaceAlsoWhereTheSystemSaysNothing) {
+  const Save ofNothing{"empty", "S", "k", "", "[S]\r\nk=7\r\n"};
+  const SaveFolder folder(ofNothing);
+  const UnseenDescriptor program(folder.Path(), O_TRUNC);
+  Faults::Observe({What::Nothing, 0, 0, "fcntl"}, [&] { EXPECT_EQ(folder.Write(), Result::Ok); });
+  EXPECT_EQ(folder.Bytes(), ofNothing.after);
+  const std::string full = "[S]\r\nk=1\r\nj=2\r\n";
+  program.Write(full, 0);
+  EXPECT_EQ(folder.Bytes(), full);
+}
+
 TEST(OtherProgramsTest, WhereFilesCannotBeExchangedAnEditUpToTheLastLookIsKept) {
   for (const Row& row :
        {Row{"in place", EditInPlace, old}, Row{"another file of that name", PutAnotherFileThere, old}}) {

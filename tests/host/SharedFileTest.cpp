@@ -17,6 +17,7 @@
 #include "bench/host/ConfigurationService.h"
 #include "bench/host/FolderLock.h"
 #include "bench/host/IniFile.h"
+#include "bench/host/StillFile.h"
 #include "bench/host/WriteObstacle.h"
 #include "tests/host/TemporaryFolder.h"
 
@@ -123,6 +124,10 @@ TEST_F(SharedFileTest, AFileThatNeverHoldsStillIsNotWritten) {
 }
 
 TEST_F(SharedFileTest, OurOwnWritesDoNotWaitForEachOther) {
+  FileContents contents;
+  const std::string copy = folder_.Write("copy.ini", "[S]\nk=0\n");
+  MarkAsWhole(copy);
+  EXPECT_EQ(ReadStillFile(AT_FDCWD, copy, 0ms, contents), Reading::Present);
   // Writers of other processes are known by the file alone, so services of one process show the same.
   const std::string path = folder_.Write("file.ini", "[S]\nk=0\n");
   constexpr int writes = 60;

@@ -57,7 +57,7 @@ class SaversCampaignTest : public testing::TestWithParam<int> {};
 
 TEST_P(SaversCampaignTest, NoEditIsLost) {
   const int savers = GetParam();
-  const int edits = EditsOfEach(400 / savers);
+  const int edits = EditsOfEach(2'000 / savers);
   const TemporaryFolder folder;
   const std::string path = folder.Write(FileName, "[S]\n");
   const auto start = std::chrono::steady_clock::now();
