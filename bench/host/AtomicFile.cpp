@@ -149,7 +149,7 @@ Replacement ReplaceFile(int folder, const std::string& name, std::string_view by
   FileStamp stamp;
   const FilePresence now = ReadStampAt(folder, name, stamp);
   const bool seemsUnchanged =
-      isThere ? now == FilePresence::Present && stamp == expected->stamp : now == FilePresence::Missing;
+      expected != nullptr ? now == FilePresence::Present && stamp == expected->stamp : now == FilePresence::Missing;
   if (!seemsUnchanged) return {Kind::Superseded};
 
   Placement placement = isThere ? temporary.ExchangeWith(name) : temporary.TakeName(name);
@@ -165,7 +165,7 @@ Replacement ReplaceFile(int folder, const std::string& name, std::string_view by
   const auto flushFolder = [&] {
     if (durability == Durability::Flushed) Uninterrupted([&] { return fsync(folder); });
   };
-  if (placement == Placement::Alone) {
+  if (placement == Placement::Alone || expected == nullptr) {
     flushFolder();
     return {Kind::Done};
   }

@@ -14,8 +14,9 @@ namespace Helmsway {
 
 struct WriteTerms {
   Durability durability = Durability::Flushed;
-  /// How long to wait for other writers of the folder, and again for a program that keeps changing the file.
-  std::chrono::milliseconds patience{5'000};
+  /// How long to wait for other writers of the folder, and again for a program that keeps changing the file. A disk
+  /// that is busy can hold a writer up for seconds, and with it all that wait.
+  std::chrono::milliseconds patience{20'000};
 };
 
 /// As `WithValue` says. Makes a file that is missing; leaves one alone that says so already.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -9,6 +10,7 @@
 
 #include "addin/base/Implements.h"
 #include "addin/contract/HelmswayCmds.h"
+#include "bench/host/ConfigurationFile.h"
 #include "bench/host/Durability.h"
 #include "bench/host/FileProblem.h"
 #include "bench/host/FileStamp.h"
@@ -30,7 +32,9 @@ namespace Helmsway {
 /// instrument.
 class ConfigurationService final : public OrvelCalibrateS::Implements<HelmswayCmds::IIniService> {
  public:
-  explicit ConfigurationService(Durability durability = Durability::Flushed) : durability_(durability) {}
+  explicit ConfigurationService(Durability durability = Durability::Flushed,
+                                std::chrono::milliseconds patience = WriteTerms().patience)
+      : durability_(durability), patience_(patience) {}
 
   HelmswayCmds::Result ReadIni(HelmswayCmds::Text section, HelmswayCmds::Text key, HelmswayCmds::Text filePath,
                                HelmswayCmds::Text defaultValue, HelmswayCmds::ITextTarget& value) noexcept override;
@@ -67,6 +71,7 @@ class ConfigurationService final : public OrvelCalibrateS::Implements<HelmswayCm
   const IniFile* Load(const std::string& path, KeptFiles::value_type* kept);
 
   Durability durability_;
+  std::chrono::milliseconds patience_;
   FileProblem lastProblem_;
   bool wasBusy_ = false;  ///< by the last write
   std::unordered_set<std::string> opened_;

@@ -18,9 +18,10 @@ FolderLock::FolderLock(const std::string& folder, std::chrono::milliseconds pati
     error_ = errno;
     return;
   }
-  // The system has no wait with a time limit. A write takes milliseconds, so the looks are at most that far apart.
+  // The system has no wait with a time limit. Looks that are close together give each waiter its
+  // chance between two writes of one that saves again and again.
   constexpr std::chrono::microseconds shortest{200};
-  constexpr std::chrono::microseconds longest{3'000};
+  constexpr std::chrono::microseconds longest{800};
   const auto end = Clock::now() + patience;
   for (auto pause = shortest;; pause = std::min(pause * 2, longest)) {
     error_ = Uninterrupted([&] { return flock(folder_.Get(), LOCK_EX | LOCK_NB); }) == 0 ? 0 : errno;

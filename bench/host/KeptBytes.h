@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "bench/host/Durability.h"
 
@@ -16,7 +17,8 @@ namespace Helmsway {
 /// a mark, the two sizes, the path that the file had; then the old bytes, then the new ones.
 class KeptBytes {
  public:
-  KeptBytes(int folder, const std::string& name) : folder_(folder), name_(name) {}
+  KeptBytes(int folder, std::string name) : folder_(folder), name_(std::move(name)) {}
+  ~KeptBytes() = default;
   KeptBytes(const KeptBytes&) = delete;
   KeptBytes& operator=(const KeptBytes&) = delete;
 

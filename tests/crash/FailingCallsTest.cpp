@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -158,9 +159,10 @@ TEST(FailingCallsTest, AFailureLeavesTheOldFileWhicheverCallFailsThatANewSection
 // The file can't be replaced, and neither can any other call of the road that is taken then be relied on.
 TEST(FailingCallsTest, AWriteInPlaceLeavesTheOldFileWhicheverCallFails) {
   const std::string value(100, 'v');
-  const Save saves[] = {{"longer", "S", "k", "[S]\nk=" + value + "\nj=0\n", "[S]\nk=7\nj=0\n"},
-                        {"shorter", "S", "k", "[S]\nk=\nj=" + value + "\n", "[S]\nk=7\nj=" + value + "\n"},
-                        {"empty", "S", "k", "", "[S]\r\nk=7\r\n"}};
+  const std::array<Save, 3> saves = {
+      {{"longer", "S", "k", "[S]\nk=" + value + "\nj=0\n", "[S]\nk=7\nj=0\n"},
+       {"shorter", "S", "k", "[S]\nk=\nj=" + value + "\n", "[S]\nk=7\nj=" + value + "\n"},
+       {"empty", "S", "k", "", "[S]\r\nk=7\r\n"}}};
   for (const Save& save : saves) {
     const std::size_t calls =
         SaveWith({What::Nothing, 0, 0, "renameat2", {}, EBUSY}, SaveFolder(save)).road.calls.size();

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <array>
 #include <set>
 #include <string>
 #include <vector>
@@ -67,8 +68,8 @@ class SaveFolder {
   std::string Path() const { return folder_.PathOf(FileName); }
   /// The file has held its bytes for long, so that no save waits for it to be still.
   void Settle() const {
-    const timespec times[] = {{1'000'000'000, 0}, {1'000'000'000, 0}};
-    EXPECT_EQ(utimensat(AT_FDCWD, Path().c_str(), times, 0), 0);
+    const std::array<timespec, 2> times = {{{1'000'000'000, 0}, {1'000'000'000, 0}}};
+    EXPECT_EQ(utimensat(AT_FDCWD, Path().c_str(), times.data(), 0), 0);
   }
 
   std::string Bytes() const { return folder_.Read(FileName); }

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
@@ -133,9 +134,10 @@ TEST(SuddenDeathTest, WhereFilesCannotBeExchangedLeavesTheOldFileOrTheNewOne) {
 
 TEST(SuddenDeathTest, OfAWriteInPlaceIsUndoneByTheNextProgram) {
   const std::string value(100, 'v');
-  const Save saves[] = {{"longer", "S", "k", "[S]\nk=" + value + "\nj=0\n", "[S]\nk=7\nj=0\n"},
-                        {"shorter", "S", "k", "[S]\nk=\nj=" + value + "\n", "[S]\nk=7\nj=" + value + "\n"},
-                        {"empty", "S", "k", "", "[S]\r\nk=7\r\n"}};
+  const std::array<Save, 3> saves = {
+      {{"longer", "S", "k", "[S]\nk=" + value + "\nj=0\n", "[S]\nk=7\nj=0\n"},
+       {"shorter", "S", "k", "[S]\nk=\nj=" + value + "\n", "[S]\nk=7\nj=" + value + "\n"},
+       {"empty", "S", "k", "", "[S]\r\nk=7\r\n"}}};
   for (const Save& save : saves) {
     for (const What what : {What::DeathAfter, What::DeathInWrite}) {
       const std::size_t torn = ExpectAnUndoneWriteWhereverItDies(save, {what});

@@ -127,6 +127,7 @@ TEST_F(SharedFileTest, OurOwnWritesDoNotWaitForEachOther) {
   FileContents contents;
   const std::string copy = folder_.Write("copy.ini", "[S]\nk=0\n");
   MarkAsWhole(copy);
+  MarkAsWhole(folder_.Write("file.ini", ""));  // the last write of a process is known to it without a mark
   EXPECT_EQ(ReadStillFile(AT_FDCWD, copy, 0ms, contents), Reading::Present);
   // Writers of other processes are known by the file alone, so services of one process show the same.
   const std::string path = folder_.Write("file.ini", "[S]\nk=0\n");
@@ -142,7 +143,7 @@ TEST_F(SharedFileTest, OurOwnWritesDoNotWaitForEachOther) {
 TEST_F(SharedFileTest, AWriterThatDoesNotLetGoIsWaitedForOnce) {
   using OrvelCalibrateS::AsText;
   const std::string path = folder_.Write("file.ini", "[S]\nk=1\n");
-  auto* const made = new ConfigurationService;
+  auto* const made = new ConfigurationService(Durability::Volatile, 3s);
   OrvelCalibrateS::Ref<HelmswayCmds::IIniService> service;
   *service.Out() = made;
   const auto write = [&] { return service->WriteIni(AsText("S"), AsText("k"), AsText(path), AsText("2")); };
@@ -154,7 +155,7 @@ TEST_F(SharedFileTest, AWriterThatDoesNotLetGoIsWaitedForOnce) {
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(write(), HelmswayCmds::Result::Failed);
     const auto first = std::chrono::steady_clock::now() - start;
-    EXPECT_GE(first, 4s);
+    EXPECT_GE(first, 3s);
     for (int turn = 0; turn < 5; ++turn) EXPECT_EQ(write(), HelmswayCmds::Result::Failed);
     EXPECT_LT(std::chrono::steady_clock::now() - start, 2 * first) << "six writes";
     EXPECT_EQ(made->LastProblem().kind, Kind::Busy);
