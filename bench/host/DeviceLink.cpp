@@ -27,6 +27,7 @@ Result DeviceLink::SendCommand(HelmswayCmds::Text command, HelmswayCmds::ITextTa
 Result DeviceLink::GetStopRequested(Boolean* value) noexcept {
   if (value == nullptr) return Result::InvalidPointer;
   *value = stopRequested_ ? True : False;
+  if (stopRequested_) listener_.StopFound();
   return Result::Ok;
 }
 

@@ -14,6 +14,8 @@ class DeviceLink final : public OrvelCalibrateS::Implements<HelmswayCmds::IDevic
 
   /// What the host's own Stop key does: the flag is True afterwards. The listener hears of the add-in's writes only.
   void RequestStop() { stopRequested_ = true; }
+  /// For the host. The listener hears of the add-in's reads only.
+  bool StopIsRequested() const { return stopRequested_; }
 
   HelmswayCmds::Result SendCommand(HelmswayCmds::Text command, HelmswayCmds::ITextTarget& reply, std::int32_t third,
                                    HelmswayCmds::Boolean* ok) noexcept override;

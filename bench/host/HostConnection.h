@@ -23,6 +23,7 @@ class HostConnection final : public OrvelCalibrateS::Implements<HelmswayCmds::IP
   HelmswayCmds::Result GetDeviceLink(HelmswayCmds::IDeviceLink** link) noexcept override;
 
  private:
+  IHostListener& listener_;
   OrvelCalibrateS::Ref<DeviceLink> link_;
   Line line_ = Line::Up;
 };

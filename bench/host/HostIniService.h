@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <string>
 #include <utility>
 
 #include "addin/base/Implements.h"
@@ -10,7 +12,7 @@
 namespace Helmsway {
 
 /// The configuration service as a host serves it to the add-in: passes each call on to the service behind it, tells a
-/// listener of the writes, and can be made to fail. The listener must outlive it.
+/// listener of the writes and of every failure, and can be made to fail. The listener must outlive it.
 class HostIniService final : public OrvelCalibrateS::Implements<HelmswayCmds::IIniService> {
  public:
   HostIniService(IHostListener& listener, OrvelCalibrateS::Ref<HelmswayCmds::IIniService> service);
@@ -23,6 +25,10 @@ class HostIniService final : public OrvelCalibrateS::Implements<HelmswayCmds::II
   const Service& Behind() const { return service_; }
   void SetBehind(Service service) { service_ = std::move(service); }
 
+  /// `explain` gives the reason for the failure of the service's last call; it mustn't throw. Without it, failures have
+  /// no reason.
+  void ExplainFailures(std::function<std::string()> explain) { explain_ = std::move(explain); }
+
   void SetReads(Access access) { reads_ = access; }
   void SetWrites(Access access) { writes_ = access; }
 
@@ -34,8 +40,11 @@ class HostIniService final : public OrvelCalibrateS::Implements<HelmswayCmds::II
                                  HelmswayCmds::Text text, std::int32_t* count) noexcept override;
 
  private:
+  std::string WhyFailed(Access access) const;
+
   IHostListener& listener_;
   OrvelCalibrateS::Ref<HelmswayCmds::IIniService> service_;
+  std::function<std::string()> explain_;
   Access reads_ = Access::Works;
   Access writes_ = Access::Works;
 };

@@ -1,5 +1,7 @@
 #include "bench/replay/Account.h"
 
+#include <utility>
+
 #include "bench/replay/FormSnapshot.h"
 #include "bench/replay/InstrumentWords.h"
 #include "bench/replay/LineDifference.h"
@@ -42,6 +44,8 @@ std::string Outcome(const Answer& answer) {
   return "";
 }
 
+std::string Because(std::string_view why) { return why.empty() ? std::string() : ": " + std::string(why); }
+
 /// Calls `visit` for each line of a text whose lines end in CR LF.
 template <class Visit>
 void ForEachTextLine(std::string_view text, Visit visit) {
@@ -57,6 +61,11 @@ void ForEachTextLine(std::string_view text, Visit visit) {
 }  // namespace
 
 std::ostream& Account::Line() {
+  TellCounted();
+  return NextLine();
+}
+
+std::ostream& Account::NextLine() {
   if (!unfinishedLine_.empty()) {
     out_ << "  " << unfinishedLine_ << " ...\n";
     unfinishedLine_.clear();
@@ -65,13 +74,45 @@ std::ostream& Account::Line() {
   return out_ << (insideLine_ ? "      " : "  ");
 }
 
+void Account::Count(Failure failure, std::string first) {
+  if (counted_ != failure) TellCounted();
+  counted_ = failure;
+  if (count_++ == 0) first_ = std::move(first);
+}
+
+void Account::TellCounted() {
+  const Failure failure = std::exchange(counted_, Failure::None);
+  const std::size_t count = std::exchange(count_, 0);
+  if (failure == Failure::None) return;
+  std::ostream& out = NextLine();
+  const std::string times = count == 1 ? "once" : std::to_string(count) + " times";
+  switch (failure) {
+    case Failure::Read:
+      out << "NOT READ: " << first_;
+      if (count > 1) out << " (and " << count - 1 << " more)";
+      break;
+    case Failure::Link:
+      out << "LINK NOT REACHED, tried " << times;
+      break;
+    default:
+      out << "NOT SENT, since a stop was requested: " << count << (count == 1 ? " line" : " lines");
+      break;
+  }
+  out << '\n';
+}
+
 void Account::Performing(const Action& action, const forms::ISurface* form) {
+  TellCounted();
+  number_.Performing(action);
   // An action during a line stands below that line, every other one at the margin.
   if (!unfinishedLine_.empty() || insideLine_) Line();
   out_ << Description(action, form) << '\n';
 }
 
-void Account::Ignored(const Action& /*action*/) { Line() << "ignored: can't be done now\n"; }
+void Account::Ignored(const Action& /*action*/) {
+  number_.Ignored();
+  Line() << "ignored: can't be done now\n";
+}
 
 void Account::StatusTextWritten(std::string_view text) {
   if (text.empty()) {
@@ -101,15 +142,48 @@ void Account::IniWritten(std::string_view section, std::string_view key, std::st
   Line() << "write [" << section << "] " << key << "=" << value << '\n';
 }
 
-void Account::LineBegins(std::string_view line) { unfinishedLine_ = line; }
+void Account::IniWriteFailed(std::string_view section, std::string_view key, std::string_view value,
+                             std::string_view why) {
+  Line() << "NOT WRITTEN [" << section << "] " << key << "=" << value << Because(why) << '\n';
+}
+
+void Account::IniReadFailed(std::string_view section, std::string_view key, std::string_view why) {
+  Count(Failure::Read, "[" + std::string(section) + "] " + std::string(key) + Because(why));
+}
+
+void Account::LinkNotReached() { Count(Failure::Link); }
+
+void Account::LineSkipped() { Count(Failure::Skipped); }
+
+void Account::Performed(const forms::ISurface* form, std::string_view statusText) {
+  TellCounted();
+  number_.Performed(form);
+  const std::string doubt = number_.InWords();
+  if (doubt != doubt_ && !doubt.empty()) Line() << "NOT CONFIRMED: " << doubt << '\n';
+  doubt_ = doubt;
+  if (leftStatus_ != statusText && !statusText.empty()) {
+    Line() << "the status text is left over: " << statusText << '\n';
+  }
+  leftStatus_ = statusText;
+}
+
+void Account::LineBegins(std::string_view line) {
+  TellCounted();
+  unfinishedLine_ = line;
+}
 
 void Account::LineEnded(std::string_view line, const Answer& answer, AnswerBy /*by*/) {
+  TellCounted();
+  number_.LineEnded(line, answer);
   out_ << (insideLine_ ? "  ... " : "  ") << line << " -> " << Outcome(answer) << '\n';
   unfinishedLine_.clear();
   insideLine_ = false;
 }
 
-void Account::FaultStruck(const Fault& fault) { Line() << "planned fault: " << Describe(fault) << '\n'; }
+void Account::FaultStruck(const Fault& fault) {
+  number_.FaultStruck(fault);
+  Line() << "planned fault: " << Describe(fault) << '\n';
+}
 
 void Account::MessageAnswered(const AnsweredMessage& message) {
   Line() << "message" << (message.icon == forms::MessageIcon::Exclamation ? " (!)" : "");
@@ -161,6 +235,7 @@ void Account::ScoreShown(const Score& score) {
 }
 
 void Account::Ended(const RunEnd& end) {
+  TellCounted();
   if (!unfinishedLine_.empty()) Line() << "the run ended here\n";
   out_ << "\nCalibration memory of the instrument:\n";
   for (const auto& [name, value] : end.calibrationMemory) out_ << "  " << name << " = " << value << '\n';

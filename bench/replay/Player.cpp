@@ -64,6 +64,7 @@ Player::~Player() {
 bool Player::Perform(const Action& action) {
   scriptLine_ = action.line;
   EndingOnFailure([&] { PerformReporting(action); });
+  if (!Muted() && !lineUnderWay_) report_.Performed(surface_, window_->StatusText());
   return !ended_;
 }
 
@@ -282,11 +283,7 @@ void Player::BeginAtInstrument(std::string_view line) {
   if (fault != nullptr) report_.FaultStruck(*fault);
 }
 
-bool Player::StopRequested() {
-  Boolean requested = HelmswayCmds::False;
-  Drop(connection_->Link().GetStopRequested(&requested));
-  return requested != HelmswayCmds::False;
-}
+bool Player::StopRequested() { return connection_->Link().StopIsRequested(); }
 
 bool Player::LinkReachable() noexcept {
   bool reachable = true;
@@ -294,6 +291,7 @@ bool Player::LinkReachable() noexcept {
   EndingOnFailure([&] {
     if (TrainingInstrument* const training = stand_.TrainingIfMade()) reachable = training->TryLink();
   });
+  if (!reachable) LinkNotReached();
   return reachable;
 }
 
@@ -301,26 +299,6 @@ void Player::End(ExitStatus status, std::string what) {
   if (!ended_) ended_ = EarlyEnd{status, scriptLine_, std::move(what)};
   silent_ = true;
   iniService_->SetWrites(Access::Fails);
-}
-
-void Player::StatusTextWritten(std::string_view text) noexcept {
-  if (!Muted()) report_.StatusTextWritten(text);
-}
-
-void Player::StopRequestedWritten(bool value) noexcept {
-  if (!Muted()) report_.StopRequestedWritten(value);
-}
-
-void Player::AddInActiveWritten(bool value) noexcept {
-  if (!Muted()) report_.AddInActiveWritten(value);
-}
-
-void Player::ChangedWritten(bool value) noexcept {
-  if (!Muted()) report_.ChangedWritten(value);
-}
-
-void Player::FocusSet() noexcept {
-  if (!Muted()) report_.FocusSet();
 }
 
 void Player::IniWritten(std::string_view section, std::string_view key, std::string_view value) noexcept {

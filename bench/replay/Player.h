@@ -121,6 +121,12 @@ class Player final : private IHostListener, ICommandSink, forms::IObserver, form
   void FocusSet() noexcept override;
   void IniWritten(std::string_view section, std::string_view key, std::string_view value) noexcept override;
 
+  void IniWriteFailed(std::string_view section, std::string_view key, std::string_view value,
+                      std::string_view why) noexcept override;
+  void IniReadFailed(std::string_view section, std::string_view key, std::string_view why) noexcept override;
+  void LinkNotReached() noexcept override;
+  void StopFound() noexcept override;
+
   HelmswayCmds::Result Send(std::string_view line, std::string& reply, bool& accepted) noexcept override;
 
   void Changed(forms::ControlId control, forms::Aspect aspect) noexcept override;

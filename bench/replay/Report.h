@@ -70,6 +70,20 @@ class IReport {
   virtual void InstrumentShown(const InstrumentView& view, const std::vector<MemoryDifference>& differences) = 0;
   virtual void ScoreShown(const Score& score) = 0;
 
+  // What the add-in passes over in silence. A trace has no line for it, and a report that has nothing to say of it
+  // needs no function. `why` is in words for a person; it may be empty.
+  virtual void IniWriteFailed(std::string_view /*section*/, std::string_view /*key*/, std::string_view /*value*/,
+                              std::string_view /*why*/) {}
+  virtual void IniReadFailed(std::string_view /*section*/, std::string_view /*key*/, std::string_view /*why*/) {}
+  /// The add-in couldn't get hold of the device link, so one of its steps hasn't been done.
+  virtual void LinkNotReached() {}
+  /// The add-in has found that a stop was requested, so one line isn't sent.
+  virtual void LineSkipped() {}
+
+  /// An action that nothing else was under way for is over, with all that it led to. `form` is null while no form is
+  /// loaded.
+  virtual void Performed(const forms::ISurface* /*form*/, std::string_view /*statusText*/) {}
+
   /// The run is over, early or not.
   virtual void Ended(const RunEnd& end) = 0;
 

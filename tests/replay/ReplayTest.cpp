@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -218,6 +219,57 @@ TEST_F(ReplayRules, WhatCantBeUsedIsToldAndNothingIsPlayed) {
   }
 }
 
+TEST_F(ReplayRules, TheAccountTellsWhatTheAddInPassesOver) {
+  options.configuration = HELMSWAY_EXAMPLES "/installation";
+  options.instrument = InstrumentKind::Simulated;
+  options.format = OutputFormat::Text;
+  const std::string begin = "click 10\ncheck chkToolInstalled\nclick 9\nclick 0\n";
+  const auto told = [&](const ReplayOptions& how, const std::string& script) {
+    const std::string account = RunScript(how, begin + "host read Caption\n" + script).output;
+    const std::size_t from = account.find("Caption is");
+    return account.substr(from, account.find("\nCalibration memory") - from);
+  };
+  struct Row {
+    const char* script;
+    std::vector<const char*> told;
+    std::vector<const char*> notTold;
+  };
+  const Row rows[] = {
+      {"click 7\n", {"MOVE S -3093 -> ok"}, {"NOT ", "left over"}},
+      // What was to move to the number and is ignored hasn't moved there, but nothing was to be confirmed either.
+      {"instrument refuse MOVE\nclick 7\nclick 5\nclick 7\n",
+       {"NOT CONFIRMED: the number on the form, -3093, was not reached\n  the status text is left over: Moving S "
+        "Axis\n"},
+       {}},
+      {"instrument fault link MOVE 100\nclick 7\nclick 7\n",
+       {"NOT CONFIRMED: the number on the form, -3093, may not have been reached",
+        "LINK NOT REACHED, tried once\n  NOT CONFIRMED: the number on the form, -3089, was not reached"},
+       {}},
+      {"link down\nclick 7\nlink up\nclick 7\n", {"LINK NOT REACHED", "-3093, was not reached"}, {"-3089, was"}},
+      {"instrument power-cycle\nlink up\n", {"-3097, was reached, but the axes have lost their positions since"}, {}},
+      {"during \"MOVE SD_Y\" click 16\nclick 0\n", {"NOT SENT, since a stop was requested: 3 lines\n"}, {"left over"}},
+      {"file writes fail\nanswer ok\nhost SaveChanges\n",
+       {"NOT WRITTEN [DeviceType] AxisCalibratedS=1: the host's configuration service doesn't work"},
+       {"  write ["}},
+      {"file reads fail\nanswer ok\nhost SaveChanges\n", {"NOT READ: [", " more)\n"}, {}},
+  };
+  for (const Row& row : rows) {
+    const std::string account = told(options, row.script);
+    for (const char* words : row.told) EXPECT_NE(account.find(words), std::string::npos) << words << '\n' << account;
+    for (const char* words : row.notTold) EXPECT_EQ(account.find(words), std::string::npos) << words << '\n' << account;
+  }
+  // A trace has no line for what failed.
+  options.format = OutputFormat::JsonLines;
+  const std::string failing = RunScript(options, begin + "file writes fail\nanswer ok\nhost SaveChanges\n").output;
+  EXPECT_EQ(failing.find("\"event\":\"write\",\"section\":\"DeviceType\",\"key\":\"AxisCalibratedS"),
+            std::string::npos);
+  for (const TraceEvent& event : EventsOf(failing)) {
+    const std::set<std::string> known = {"action", "status", "stop",    "active", "send",
+                                         "sent",   "write",  "message", "changed"};
+    EXPECT_TRUE(known.contains(event.kind)) << event.kind;
+  }
+}
+
 TEST_F(ReplayRules, TheAccountTellsARunToAPerson) {
   options.format = OutputFormat::Text;
   const ReplayRun run = RunScript(options,
@@ -231,6 +283,7 @@ TEST_F(ReplayRules, TheAccountTellsARunToAPerson) {
       press [Stop] (button 16)
       stop requested
   ... HOME ALL -> REFUSED: the script says so
+  the status text is left over: Homing all axes
 press [Eject Tip] (button 2)
   ignored: can't be done now
 answer ok
@@ -247,6 +300,7 @@ host SaveChanges
   status: Saving values...
   write [DeviceType] AxisCalibratedS=1
   status: Updating the Marivane's memory...
+  NOT SENT, since a stop was requested: 1 line
   status cleared
   host window: marked unchanged
 
