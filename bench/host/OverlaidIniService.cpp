@@ -4,6 +4,7 @@
 
 #include "addin/base/Texts.h"
 #include "bench/host/StillFile.h"
+#include "bench/host/WriteObstacle.h"
 
 namespace Helmsway {
 
@@ -25,8 +26,11 @@ Result OverlaidIniService::ReadIni(Text section, Text key, Text filePath, Text d
 Result OverlaidIniService::WriteIni(Text section, Text key, Text filePath, Text value) noexcept {
   try {
     const std::string_view path = AsView(filePath);
+    obstacle_ = {};
     auto copy = copies_.find(path);
     if (copy == copies_.end()) {
+      obstacle_ = WriteObstacle(std::string(path));
+      if (obstacle_) return Result::Failed;
       const fs::path own = folder_ / fs::path(path).filename();
       if (fs::exists(path)) {
         fs::copy_file(path, own, fs::copy_options::overwrite_existing);

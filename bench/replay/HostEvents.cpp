@@ -24,6 +24,9 @@ void Player::FocusSet() noexcept {
 
 void Player::IniWriteFailed(std::string_view section, std::string_view key, std::string_view value,
                             std::string_view why) noexcept {
+  if (rehearsal_ != nullptr && rehearsal_->problem.empty()) {
+    rehearsal_->problem = why.empty() ? "the write would fail" : std::string(why);
+  }
   if (!Muted()) report_.IniWriteFailed(section, key, value, why);
 }
 

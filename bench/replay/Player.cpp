@@ -47,11 +47,11 @@ Player::Player(const AddInLibrary& library, std::string marivaneIni, InstrumentK
   *losableConnection_.Out() = new LosableConnection(Ref<HelmswayCmds::IParentConnection>(connection_.Get()),
                                                     [this] { return LinkReachable(); });
   *window_.Out() = new HostWindow(*this);
-  Ref<HelmswayCmds::IIniService> files;
-  *files.Out() = new ConfigurationService(durability_);
-  Ref<HelmswayCmds::IIniService> shieldedFiles;
-  *shieldedFiles.Out() = new ShieldedIniService(std::move(files));
-  *iniService_.Out() = new HostIniService(*this, std::move(shieldedFiles));
+  *files_.Out() = new ConfigurationService(durability_);
+  Ref<HelmswayCmds::IIniService> shielded;
+  *shielded.Out() = new ShieldedIniService(Ref<HelmswayCmds::IIniService>(files_.Get()));
+  *iniService_.Out() = new HostIniService(*this, std::move(shielded));
+  iniService_->ExplainFailures([this] { return files_->LastProblem().sentence; });
   HostClasses::ServeIniService(Ref<HelmswayCmds::IIniService>(iniService_.Get()));
 }
 
@@ -241,7 +241,7 @@ void Player::EditFile(const Action& action) {
   const FileProblem problem = action.kind == ActionKind::FileSet
                                   ? SetIniValue(marivaneIni_, words[0], words[1], words[2], {durability_})
                                   : RemoveIniValue(marivaneIni_, words[0], words[1], {durability_});
-  if (problem) throw std::runtime_error("Marivane.ini can't be edited: " + action.text);
+  if (problem) throw std::runtime_error("Marivane.ini can't be edited: " + action.text + ": " + problem.sentence);
 }
 
 bool Player::ClickButton(std::int32_t index) {

@@ -10,6 +10,7 @@
 #include "bench/host/AddInLibrary.h"
 #include "bench/host/AddInSession.h"
 #include "bench/host/CommandSink.h"
+#include "bench/host/ConfigurationService.h"
 #include "bench/host/Durability.h"
 #include "bench/host/HostConnection.h"
 #include "bench/host/HostIniService.h"
@@ -41,6 +42,7 @@ struct SaveRehearsal {
   std::string before;  ///< bytes of the configuration file
   std::string after;
   std::vector<std::string> lines;  ///< that the instrument would be sent, as long as it accepts them
+  std::string problem;             ///< why keys wouldn't be written, in words; empty when all would
 };
 
 /// Plays the host, the operator and, where the script says so, the instrument; reports what happens meanwhile.
@@ -149,6 +151,7 @@ class Player final : private IHostListener, ICommandSink, forms::IObserver, form
   OrvelCalibrateS::Ref<HostConnection> connection_;
   OrvelCalibrateS::Ref<LosableConnection> losableConnection_;  // what the add-in gets
   OrvelCalibrateS::Ref<HostWindow> window_;
+  OrvelCalibrateS::Ref<ConfigurationService> files_;
   OrvelCalibrateS::Ref<HostIniService> iniService_;
   InstrumentStand stand_;
   OperatorHands hands_;

@@ -65,15 +65,18 @@ SaveRehearsal Player::RehearseSave() {
   const std::string status = window_->StatusText();
   const bool stopRequested = StopRequested();
   // Copies that are gone in a moment needn't reach the disk.
-  HostIniService::Service copies;
+  Ref<ConfigurationService> copies;
   *copies.Out() = new ConfigurationService(Durability::Volatile);
-  HostIniService::Service overlaid;
-  *overlaid.Out() = new OverlaidIniService(std::move(copies), folder.Path());
+  Ref<OverlaidIniService> overlaid;
+  *overlaid.Out() = new OverlaidIniService(HostIniService::Service(copies.Get()), folder.Path());
 
   rehearsal_ = &rehearsal;
-  iniService_->SetBehind(std::move(overlaid));
+  iniService_->SetBehind(HostIniService::Service(overlaid.Get()));
+  iniService_->ExplainFailures(
+      [&] { return overlaid->LastObstacle() ? overlaid->LastObstacle().sentence : copies->LastProblem().sentence; });
   Drop(session_->Form().SaveChanges());
   iniService_->SetBehind(files);
+  iniService_->ExplainFailures([this] { return files_->LastProblem().sentence; });
   WriteStatus(*window_, status);
   Drop(connection_->Link().PutStopRequested(stopRequested ? HelmswayCmds::True : HelmswayCmds::False));
   rehearsal_ = nullptr;
