@@ -212,6 +212,12 @@ CommandLine ReadCommandLine(std::string_view line) {
   return NotUnderstood(NoFormReason(words));
 }
 
+bool IsCalibrationValue(std::string_view name, std::string_view value) {
+  const auto line = std::string(CalibrationKeyword).append(" ").append(name).append(" ").append(value);
+  const auto command = ReadCommandLine(line).command;
+  return command && std::holds_alternative<SetCalibration>(*command);
+}
+
 std::string_view NameOf(Axis axis) {
   switch (axis) {
     case Axis::X:

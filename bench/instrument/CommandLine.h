@@ -80,6 +80,9 @@ struct CommandLine {
 /// number that is written otherwise than shortest ("+5", "05", "-0", "5.0") or needs more than 32 bits.
 CommandLine ReadCommandLine(std::string_view line);
 
+/// Whether "SET_CALIBRATION" with that name and value is a line that the instrument takes.
+bool IsCalibrationValue(std::string_view name, std::string_view value);
+
 /// The axis as commands name it: "SD_X".
 std::string_view NameOf(Axis axis);
 

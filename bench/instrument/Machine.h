@@ -72,6 +72,9 @@ class IMachine : public IInstrument {
   /// fails.
   virtual void PowerCycle() = 0;
 
+  /// The calibration memory holds these values, as from an earlier life of the instrument.
+  virtual void Remember(const CalibrationValues& values) = 0;
+
   /// The switch on the instrument: a machine in local mode refuses every line but "REV" and "STATUS SLIDER".
   virtual void SetRemote(bool remote) = 0;
 

@@ -38,6 +38,7 @@ class SimulatedMarivane final : public IMachine {
   void Pass(Seconds time) override { now_ += time; }
   void Stall() override;
   void PowerCycle() override;
+  void Remember(const CalibrationValues& values) override { calibrationMemory_ = values; }
   void SetRemote(bool remote) override { remote_ = remote; }
   void LoadRack(const std::string& positionItem, const std::string& plateItem, const std::string& tipItem) override;
   void PutOnModule(const std::string& headItem) override;

@@ -26,6 +26,11 @@ bool HomesS(std::string_view line) {
   return command && (std::holds_alternative<HomeAll>(*command) || std::holds_alternative<HomeS>(*command));
 }
 
+bool SavesCalibration(std::string_view line) {
+  const std::optional<Command> command = ReadCommandLine(line).command;
+  return command && std::holds_alternative<SaveCalibration>(*command);
+}
+
 }  // namespace
 
 TrainingInstrument::TrainingInstrument(std::unique_ptr<IMachine> machine, SyringeDescription syringe,
@@ -41,6 +46,14 @@ bool TrainingInstrument::Reseed(const TrainingSeed& seed) {
   seed_ = seed;
   truth_ = SyringeTruth(syringe_, seed);
   garbling_ = SeededNumbers(seed.number, SeededNumbers::Purpose::GarbledReplies);
+  return true;
+}
+
+bool TrainingInstrument::Remember(const std::string& name, const std::string& value) {
+  if (linesBegun_ > 0) return false;
+  CalibrationValues values = machine_->CalibrationMemory();
+  values.insert_or_assign(name, value);
+  machine_->Remember(values);
   return true;
 }
 
@@ -79,6 +92,7 @@ Seconds TrainingInstrument::TimeToEnd(bool stopRequested) const {
 Answer TrainingInstrument::End(bool stopRequested) {
   Answer answer = AnswerOf(stopRequested);
   Follow();
+  saved_ = saved_ || (carriedOut_ && SavesCalibration(line_));
   tally_.LineEnded(line_, answer.result);
   if (fault_ && fault_->kind == FaultKind::Link) linkLostFor_ = fault_->time;
   fault_.reset();
@@ -168,7 +182,8 @@ Score TrainingInstrument::CurrentScore() const {
   Score score;
   score.seed = seed_;
   score.reference = truth_.Reference();
-  score.saved = ErrorOf(state.memory, syringe_, truth_.Reference());
+  // What the instrument remembers of earlier runs says nothing of this one.
+  if (saved_) score.saved = ErrorOf(state.memory, syringe_, truth_.Reference());
   score.pending = ErrorOf(state.pending, syringe_, truth_.Reference());
   score.damage = state.damage;
   score.time = state.time;

@@ -35,6 +35,9 @@ class TrainingInstrument final : public IInstrument {
 
   /// Takes up another truth. False, with the truth as it was, once a line has arrived.
   bool Reseed(const TrainingSeed& seed);
+  /// Adds a value to the calibration memory, as from an earlier life of the instrument: it isn't scored. False, and
+  /// nothing is added, once a line has arrived.
+  bool Remember(const std::string& name, const std::string& value);
   /// False, and nothing is planned, when the line of the fault's number has arrived already.
   bool Plan(Fault fault);
   /// What goes wrong with the line under way; null when nothing does.
@@ -74,6 +77,7 @@ class TrainingInstrument final : public IInstrument {
   std::size_t linesBegun_ = 0;
   std::string line_;  // the line under way; empty when there is none
   std::optional<Fault> fault_;
+  bool saved_ = false;        // the memory is of this run
   bool carriedOut_ = false;   // the line under way, by the machine
   bool switchedOff_ = false;  // since the line began
   Seconds linkLostFor_{0};

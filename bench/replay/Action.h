@@ -28,6 +28,7 @@ enum class ActionKind : std::uint8_t {
   Fail,
   Reply,
   Seed,
+  Remember,
   PlanFault,
   ShowInstrument,
   ShowScore,

@@ -6,6 +6,7 @@
 #include <limits>
 #include <string_view>
 
+#include "bench/instrument/CommandLine.h"
 #include "bench/replay/MessageWords.h"
 
 namespace Helmsway {
@@ -47,6 +48,7 @@ constexpr auto Forms = std::to_array<ActionForm>({
     {"instrument fail PREFIX [COUNT]", Fail, Needs::Nothing, In::ScriptAndDuring},
     {"instrument reply PREFIX TEXT", Reply, Needs::Nothing, In::ScriptAndDuring},
     {"instrument seed SEED [lost-steps]", Seed, Needs::Simulated, In::ScriptAndDuring},
+    {"instrument memory NAME VALUE", Remember, Needs::Simulated, In::Script},
     {"instrument fault refuse LINE", PlanFault, Needs::Simulated, In::ScriptAndDuring},
     {"instrument fault fail LINE", PlanFault, Needs::Simulated, In::ScriptAndDuring},
     {"instrument fault late LINE SECONDS", PlanFault, Needs::Simulated, In::ScriptAndDuring},
@@ -186,6 +188,7 @@ constexpr auto Variables = std::to_array<Variable>({
     {"[SECONDS]", TakeSeconds},
     {"PREFIX", TakeText},
     {"TEXT", TakeText},
+    {"NAME", TakeText},
     {"SECTION", TakeText},
     {"KEY", TakeText},
     {"VALUE", TakeText},
@@ -279,6 +282,9 @@ Action ParseAction(Words words) {
     ++position;
   }
   if (position != words.size()) RefuseCount(form);
+  if (form.kind == Remember && !IsCalibrationValue(action.arguments[0], action.arguments[1])) {
+    throw ScriptMistake("the instrument keeps no such calibration value: " + JoinRaw(words.subspan(2)));
+  }
   return action;
 }
 

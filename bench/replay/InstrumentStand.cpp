@@ -88,6 +88,11 @@ void InstrumentStand::Seed(const Action& action) {
   throw ScriptMistake("the seed comes too late: a line has reached the instrument already");
 }
 
+void InstrumentStand::Remember(const Action& action) {
+  if (Training().Remember(action.arguments[0], action.arguments[1])) return;
+  throw ScriptMistake("the memory comes too late: a line has reached the instrument already");
+}
+
 void InstrumentStand::PlanFault(const Action& action) {
   Fault fault = FaultOf(action);
   if (training_ == nullptr) return planned_.push_back(std::move(fault));

@@ -30,6 +30,7 @@ class InstrumentStand {
 
   /// Each throws `ScriptMistake` when it comes too late.
   void Seed(const Action& action);
+  void Remember(const Action& action);
   void PlanFault(const Action& action);
 
  private:

@@ -182,6 +182,8 @@ void Player::DoToInstrument(const Action& action) {
   switch (action.kind) {
     case ActionKind::Seed:
       return stand_.Seed(action);
+    case ActionKind::Remember:
+      return stand_.Remember(action);
     case ActionKind::PlanFault:
       return stand_.PlanFault(action);
     case ActionKind::ShowInstrument:

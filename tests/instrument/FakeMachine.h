@@ -53,6 +53,7 @@ class FakeMachine final : public IMachine {
     state_.pending.clear();
     state_.axes.front().position.reset();
   }
+  void Remember(const CalibrationValues& values) override { state_.memory = values; }
   void SetRemote(bool remote) override { state_.remote = remote; }
   void LoadRack(const std::string& position, const std::string& plate, const std::string& tip) override {
     Notes.push_back("rack " + position + " " + plate + " " + tip);

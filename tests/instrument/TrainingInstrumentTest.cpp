@@ -189,6 +189,20 @@ TEST_F(Training, WhatComesTooLateIsTurnedDown) {
   EXPECT_FALSE(instrument_->Reseed({1}));
 }
 
+TEST_F(Training, WhatTheMemoryHoldsFromBeforeIsNotScored) {
+  const std::string name = "AspirateOrigin_8Ch_125_S";
+  EXPECT_TRUE(instrument_->Remember(name, "-2950"));
+  EXPECT_EQ(instrument_->CalibrationMemory(), (CalibrationValues{{name, "-2950"}}));
+  EXPECT_FALSE(instrument_->CurrentScore().saved);
+  Send("SET_CALIBRATION " + name + " -2940");
+  EXPECT_FALSE(instrument_->Remember(name, "-2930"));
+  ASSERT_TRUE(instrument_->Plan({FaultKind::Refuse, "SET_CALIBRATION SAVE"}));
+  Send("SET_CALIBRATION SAVE");
+  EXPECT_FALSE(instrument_->CurrentScore().saved);
+  Send("SET_CALIBRATION SAVE");
+  EXPECT_TRUE(instrument_->CurrentScore().saved);
+}
+
 TEST_F(Training, TheEdgeShowsOnTheToolOnceSIsHomed) {
   EXPECT_EQ(instrument_->Look().edge, std::nullopt);
   Send("HOME ALL");

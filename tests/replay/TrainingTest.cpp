@@ -268,6 +268,10 @@ TEST_F(TrainingRun, WhatIsSaidTooLateOrToTheWrongInstrumentIsAScriptError) {
   const Row rows[] = {
       {"click 10\ninstrument seed 2\n", InstrumentKind::Simulated,
        "-:2: the seed comes too late: a line has reached the instrument already\n"},
+      {"click 10\ninstrument memory AspirateOrigin_8Ch_125_S 1\n", InstrumentKind::Simulated,
+       "-:2: the memory comes too late: a line has reached the instrument already\n"},
+      {"instrument memory AspirateOrigin_8Ch_125_S 1.5\n", InstrumentKind::Simulated,
+       "-:1: the instrument keeps no such calibration value: AspirateOrigin_8Ch_125_S 1.5\n"},
       {"click 10\ninstrument fault fail #1\n", InstrumentKind::Simulated,
        "-:2: the fault comes too late: line #1 has reached the instrument already\n"},
       {"during REV instrument seed 2\nclick 10\n", InstrumentKind::Simulated,
