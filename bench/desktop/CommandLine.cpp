@@ -1,10 +1,16 @@
 #include "bench/desktop/CommandLine.h"
 
 #include <QCommandLineParser>
+#include <QCoreApplication>
 #include <QRandomGenerator>
 #include <QTextStream>
+#include <algorithm>
+#include <array>
+#include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <span>
+#include <string_view>
 
 #include "bench/desktop/Appearance.h"
 #include "bench/host/Locale.h"
@@ -25,6 +31,14 @@ void UseLocale(const QString& name) {
   }
 }
 
+/// Ends the program, with a failure when the text can't be written.
+[[noreturn]] void Print(const QString& text) {
+  const QByteArray bytes = text.toLocal8Bit();
+  const bool written = std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout) ==
+                       static_cast<std::size_t>(bytes.size());
+  std::exit(std::fflush(stdout) == 0 && written ? EXIT_SUCCESS : EXIT_FAILURE);
+}
+
 int NumberOf(const QCommandLineParser& parser, const QCommandLineOption& option, int least, int most) {
   bool isNumber = false;
   const int number = parser.value(option).toInt(&isNumber);
@@ -37,6 +51,14 @@ int NumberOf(const QCommandLineParser& parser, const QCommandLineOption& option,
 }
 
 }  // namespace
+
+bool AsksForText(int argc, char** argv) {
+  constexpr std::array<std::string_view, 5> Words{"--help", "-h", "--help-all", "--version", "-v"};
+  const std::span<char*> arguments(argv, static_cast<std::size_t>(argc));
+  return std::any_of(arguments.begin(), arguments.end(), [&](const char* argument) {
+    return std::find(Words.begin(), Words.end(), std::string_view(argument)) != Words.end();
+  });
+}
 
 BenchOptions ParseBenchCommandLine(const QStringList& arguments) {
   const QCommandLineOption addIn(QStringLiteral("addin"),
@@ -70,13 +92,16 @@ BenchOptions ParseBenchCommandLine(const QStringList& arguments) {
   QCommandLineParser parser;
   parser.setApplicationDescription(
       QStringLiteral("The stand-in host with a simulated Marivane: runs the add-in in a window."));
-  parser.addHelpOption();
-  parser.addVersionOption();
+  const QCommandLineOption help = parser.addHelpOption();
+  const QCommandLineOption version = parser.addVersionOption();
   parser.addOptions({addIn, installation, clock, seed, lostSteps, textSize, dark, locale, quitWhenShown});
-  parser.process(arguments);
+  if (!parser.parse(arguments)) Complain(parser.errorText() + QStringLiteral("; see --help"));
+  if (parser.isSet(help) || parser.isSet(QStringLiteral("help-all"))) Print(parser.helpText());
+  if (parser.isSet(version)) {
+    Print(QStringLiteral("%1 %2\n").arg(QCoreApplication::applicationName(), QCoreApplication::applicationVersion()));
+  }
   if (!parser.positionalArguments().isEmpty()) {
-    Complain(QStringLiteral("there is nothing to be done with %1; see --help")
-                 .arg(parser.positionalArguments().constFirst()));
+    Complain(QStringLiteral("unexpected argument %1; see --help").arg(parser.positionalArguments().constFirst()));
   }
   if (parser.isSet(locale)) UseLocale(parser.value(locale));
 

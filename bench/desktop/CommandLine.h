@@ -18,6 +18,9 @@ struct BenchOptions {
   bool quitWhenShown = false;  ///< for those who measure how long the start takes
 };
 
+/// Whether the command line asks for help or the version, which need no display.
+bool AsksForText(int argc, char** argv);
+
 /// Puts the process under the locale that is asked for. Ends the program, help or a complaint having been told, when
 /// the command line asks for that or is bad.
 BenchOptions ParseBenchCommandLine(const QStringList& arguments);
