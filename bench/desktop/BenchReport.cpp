@@ -53,6 +53,16 @@ QString ResultWord(const Answer& answer) {
 BenchReport::BenchReport(ConsoleModel& console, std::function<Seconds()> clock)
     : console_(console), clock_(std::move(clock)) {}
 
+void BenchReport::TellRepeated(const QString& text, const QString& why) {
+  if (repeatedRow_ >= 0 && repeatedRow_ == console_.rowCount() - 1 && repeated_.text.startsWith(text)) {
+    repeated_.text = tr("%1 (%2 times)").arg(text).arg(++repeatedCount_);
+    return console_.Update(repeatedRow_, repeated_);
+  }
+  repeatedCount_ = 1;
+  repeated_ = {Kind::Note, clock_(), text, std::nullopt, QStringLiteral("failed"), why};
+  repeatedRow_ = console_.Add(repeated_);
+}
+
 void BenchReport::Tell(Kind kind, const QString& text, const QString& result, const QString& reply) {
   console_.Add({kind, clock_(), text, std::nullopt, result, reply});
 }
@@ -61,12 +71,15 @@ void BenchReport::Note(const QString& text) { Tell(Kind::Note, text); }
 
 void BenchReport::Performing(const Action& action, const forms::ISurface* form) {
   record_.Performing(action, form);
-  Tell(Kind::Action, InWords(action, form));
+  troubles_.Performing(action);
+  // Of what the instrument remembers from the start, the session tells in one note.
+  if (action.kind != ActionKind::Remember) Tell(Kind::Action, InWords(action, form));
   if (IsArrow(action, form)) Q_EMIT Jogged();
 }
 
 void BenchReport::Ignored(const Action& action) {
   record_.Ignored(action);
+  troubles_.Ignored();
   Tell(Kind::Note, tr("ignored: %1").arg(Text(action.text)));
 }
 
@@ -96,11 +109,15 @@ void BenchReport::FocusSet() {
 
 void BenchReport::IniWritten(std::string_view section, std::string_view key, std::string_view value) {
   record_.IniWritten(section, key, value);
+  save_.IniWritten(section);
+  troubles_.IniWritten();
+  ++writes_;
   Tell(Kind::Write, QStringLiteral("[%1] %2=%3").arg(Text(section), Text(key), Text(value)));
 }
 
 void BenchReport::LineBegins(std::string_view line) {
   record_.LineBegins(line);
+  troubles_.LineBegins();
   line_ = {Kind::Line, clock_(), Text(line), std::nullopt, QStringLiteral("under way"), {}};
   lineRow_ = console_.Add(line_);
   Q_EMIT LineBegan(line_.text);
@@ -108,6 +125,8 @@ void BenchReport::LineBegins(std::string_view line) {
 
 void BenchReport::LineEnded(std::string_view line, const Answer& answer, AnswerBy by) {
   record_.LineEnded(line, answer, by);
+  save_.LineEnded(line, answer);
+  troubles_.LineEnded(line, answer);
   const bool accepted = answer.result == Answer::Result::Ok;
   line_.duration = clock_() - line_.time;
   line_.result = ResultWord(answer);
@@ -120,13 +139,16 @@ void BenchReport::LineEnded(std::string_view line, const Answer& answer, AnswerB
 
 void BenchReport::FaultStruck(const Fault& fault) {
   record_.FaultStruck(fault);
+  troubles_.FaultStruck(fault);
   Tell(Kind::Note, tr("planned fault: %1").arg(Text(Describe(fault))));
 }
 
 void BenchReport::MessageAnswered(const AnsweredMessage& message) {
   record_.MessageAnswered(message);
   Tell(Kind::Message, Text(message.text), {}, Text(NameOf(message.answer)));
-  if (message.title == SaveQuestion) Q_EMIT SaveAnswered(message.answer);
+  if (message.title != SaveQuestion) return;
+  if (message.answer == forms::MessageAnswer::Ok) save_.Begin();
+  Q_EMIT SaveAnswered(message.answer);
 }
 
 void BenchReport::MemberRead(std::string_view name, const MemberValue& value) {
@@ -154,6 +176,37 @@ void BenchReport::ScoreShown(const Score& score) {
   for (const std::string& line : InWords(score)) lines += Text(line);
   for (const QString& line : lines) Tell(Kind::Note, line);
   Q_EMIT ScoreTold(lines);
+}
+
+void BenchReport::IniWriteFailed(std::string_view section, std::string_view key, std::string_view value,
+                                 std::string_view why) {
+  save_.IniWriteFailed(section, why);
+  troubles_.IniWriteFailed(why);
+  Tell(Kind::Write, QStringLiteral("[%1] %2=%3").arg(Text(section), Text(key), Text(value)), QStringLiteral("failed"),
+       Text(why));
+}
+
+void BenchReport::IniReadFailed(std::string_view /*section*/, std::string_view /*key*/, std::string_view why) {
+  troubles_.IniReadFailed(why);
+  TellRepeated(tr("a key of the configuration could not be read"), Text(why));
+}
+
+void BenchReport::LinkNotReached() {
+  save_.LinkNotReached();
+  troubles_.LinkNotReached();
+  TellRepeated(tr("the link was not reached"), {});
+}
+
+void BenchReport::LineSkipped() {
+  save_.LineSkipped();
+  troubles_.LineSkipped();
+  TellRepeated(tr("a line was not sent, since a stop was requested"), {});
+}
+
+void BenchReport::Performed(const forms::ISurface* form, std::string_view statusText) {
+  record_.Performed(form, statusText);
+  troubles_.Performed(form, statusText);
+  Q_EMIT TroublesChanged();
 }
 
 void BenchReport::Ended(const RunEnd& end) { record_.Ended(end); }

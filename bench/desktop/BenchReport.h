@@ -7,6 +7,8 @@
 #include <functional>
 #include <optional>
 
+#include "bench/desktop/SaveWatch.h"
+#include "bench/desktop/Troubles.h"
 #include "bench/desktop/panes/ConsoleModel.h"
 #include "bench/replay/SessionRecord.h"
 
@@ -27,6 +29,10 @@ class BenchReport final : public QObject, public IReport {
   const SessionRecord& Record() const { return record_; }
   /// The line that is under way, or was last.
   const QString& LineText() const { return line_.text; }
+  SaveWatch& Save() { return save_; }
+  /// How many keys the add-in has written.
+  std::size_t Writes() const { return writes_; }
+  const Troubles& SilentTroubles() const { return troubles_; }
   /// Something to be told that isn't part of the session.
   void Note(const QString& text);
 
@@ -46,6 +52,12 @@ class BenchReport final : public QObject, public IReport {
   void FormShown(const forms::ISurface& form, std::string_view statusText) override;
   void InstrumentShown(const InstrumentView& view, const std::vector<MemoryDifference>& differences) override;
   void ScoreShown(const Score& score) override;
+  void IniWriteFailed(std::string_view section, std::string_view key, std::string_view value,
+                      std::string_view why) override;
+  void IniReadFailed(std::string_view section, std::string_view key, std::string_view why) override;
+  void LinkNotReached() override;
+  void LineSkipped() override;
+  void Performed(const forms::ISurface* form, std::string_view statusText) override;
   void Ended(const RunEnd& end) override;
 
  Q_SIGNALS:
@@ -61,17 +73,27 @@ class BenchReport final : public QObject, public IReport {
   void SaveAnswered(forms::MessageAnswer answer);
   /// The instrument has taken its new values into its permanent memory.
   void MemorySaved();
+  /// What the add-in passes over in silence may have changed.
+  void TroublesChanged();
   void CaptionRead(const QString& caption);
   void ButtonsShown(bool show);
   void StatusBarShown(bool show);
   void ScoreTold(const QStringList& lines);
 
  private:
+  /// Shows failures that come one after the other in one row, with their number.
+  void TellRepeated(const QString& text, const QString& why);
   void Tell(ConsoleEntry::Kind kind, const QString& text, const QString& result = {}, const QString& reply = {});
 
   ConsoleModel& console_;
   std::function<Seconds()> clock_;
   SessionRecord record_;
+  SaveWatch save_;
+  std::size_t writes_ = 0;
+  Troubles troubles_;
+  ConsoleEntry repeated_;  // a failure that has come in a row
+  int repeatedRow_ = -1;
+  std::size_t repeatedCount_ = 0;
   ConsoleEntry line_;  // the one under way
   int lineRow_ = -1;
 };

@@ -8,6 +8,7 @@
 #include <fstream>
 #include <stdexcept>
 
+#include "bench/desktop/MemoryFile.h"
 #include "bench/host/AtomicFile.h"
 #include "bench/replay/ActionGrammar.h"
 #include "bench/replay/FormSnapshot.h"
@@ -51,6 +52,7 @@ BenchSession::BenchSession(const SessionOptions& options, ConsoleModel& console,
   }
   player_.emplace(library_, folder_.MarivaneIni().string(), InstrumentKind::Simulated, report_,
                   static_cast<IAttendant*>(this));
+  connect(&report_, &BenchReport::MemorySaved, this, &BenchSession::KeepMemory);
   SetFactor(options.factor);
 }
 
@@ -67,6 +69,23 @@ void BenchSession::StartAddIn() {
   seeded_ = true;
   const bool losesSteps = options_.seed.lostSteps == LostSteps::Some;
   Perform("instrument seed " + std::to_string(options_.seed.number) + (losesSteps ? " lost-steps" : ""));
+  RestoreMemory();
+}
+
+void BenchSession::RestoreMemory() {
+  const MemoryFile::Contents memory = MemoryFile::Read(MemoryFile::PathIn(options_.installation));
+  // As actions, so that the session's script plays it again.
+  for (const auto& [name, value] : memory.values) Perform("instrument memory " + name + " " + value);
+  if (!memory.values.empty()) {
+    report_.Note(tr("the instrument remembers calibration values of an earlier session: %1").arg(memory.values.size()));
+  }
+  if (!memory.problem.empty()) report_.Note(QString::fromStdString(memory.problem));
+}
+
+void BenchSession::KeepMemory() {
+  const std::string problem = MemoryFile::Write(MemoryFile::PathIn(options_.installation), CalibrationMemory());
+  if (problem.empty()) return;
+  report_.Note(tr("the instrument's memory can't be kept for the next start: %1").arg(QString::fromStdString(problem)));
 }
 
 void BenchSession::EndAddIn() {
@@ -151,11 +170,14 @@ void BenchSession::LineUnderWay(std::string_view /*line*/) noexcept {
 forms::MessageAnswer BenchSession::Show(std::string_view title, std::string_view text, forms::MessageButtons buttons,
                                         forms::MessageIcon icon) noexcept {
   if (title == SaveQuestion) {
+    SaveRehearsal rehearsal;
     try {
-      Q_EMIT SaveAsked(player_->RehearseSave());
+      rehearsal = player_->RehearseSave();
     } catch (const std::exception& error) {
-      report_.Note(tr("what the save would do can't be told: %1").arg(QString::fromUtf8(error.what())));
+      rehearsal.problem = std::string("the save can't be foretold: ") + error.what();
     }
+    report_.Save().Asked(rehearsal);
+    Q_EMIT SaveAsked(rehearsal);
   }
   return messageBoxes_.Show(title, text, buttons, icon);
 }

@@ -18,8 +18,9 @@
 namespace Helmsway {
 
 struct SessionOptions {
-  std::filesystem::path addIn;         ///< the library's file
-  std::filesystem::path installation;  ///< folder with the configuration files, which are worked on
+  std::filesystem::path addIn;                  ///< the library's file
+  std::filesystem::path installation;           ///< folder with the configuration files, which are worked on
+  std::optional<std::filesystem::path> copyOf;  ///< the installation of which that folder is a copy of the window's own
   TrainingSeed seed;
   double factor = 1;  ///< how many times faster than real the instrument's time passes, 1 to 100
 };
@@ -97,6 +98,10 @@ class BenchSession final : public QObject, public IFormHands, private IAttendant
     std::string name;
     std::string bytes;
   };
+
+  /// The instrument gets the calibration memory that it had when the bench was used last.
+  void RestoreMemory();
+  void KeepMemory();
 
   void FormLoaded(forms::ISurface& surface) noexcept override;
   void LineUnderWay(std::string_view line) noexcept override;

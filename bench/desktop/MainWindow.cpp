@@ -9,36 +9,31 @@
 #include <QScreen>
 #include <QScrollBar>
 #include <QStatusBar>
-#include <QTabWidget>
 #include <QToolBar>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
 
 #include "bench/desktop/BusyMark.h"
+#include "bench/desktop/CalibrationView.h"
 #include "bench/desktop/HostMenu.h"
+#include "bench/desktop/InstallationUse.h"
+#include "bench/desktop/LowerDock.h"
 #include "bench/desktop/SimulationMenu.h"
+#include "bench/desktop/StandingBar.h"
+#include "bench/desktop/StartProblems.h"
+#include "bench/desktop/StatusLine.h"
 #include "bench/desktop/ViewMenu.h"
 #include "bench/desktop/form/FormArea.h"
 #include "bench/desktop/instrument/InstrumentPane.h"
 #include "bench/desktop/panes/ConsolePane.h"
-#include "bench/desktop/panes/ValuesPane.h"
 #include "bench/instrument/DescribeMachine.h"
-#include "bench/instrument/HeadPositions.h"
-#include "bench/instrument/MemoryComparison.h"
-#include "bench/replay/LineDifference.h"
+#include "bench/instrument/InstallationCheck.h"
 
 namespace Helmsway {
 namespace {
 
 QString TextOf(const std::string& text) { return QString::fromStdString(text); }
-
-/// The text of the form's control of that name; empty when it has none.
-std::string ControlText(forms::ISurface* surface, std::string_view name) {
-  if (surface == nullptr) return {};
-  const forms::ControlId control = surface->Find(name, forms::NoIndex);
-  return control == forms::NoControl ? std::string() : std::string(surface->State(control).text);
-}
 
 }  // namespace
 
@@ -50,8 +45,6 @@ MainWindow::MainWindow(SessionOptions options, QWidget* parent) : QMainWindow(pa
   BuildSimulationMenu();
   menuBar()->addMenu(new ViewMenu({instrumentDock_, lowerDock_}, this));
   BuildStatusBar();
-  connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, &MainWindow::ShowValues);
-  connect(&watcher_, &QFileSystemWatcher::fileChanged, this, &MainWindow::ShowValues);
   ShowWhatIsPossible();
 }
 
@@ -61,29 +54,32 @@ void MainWindow::BuildPanes() {
   formArea_ = new FormArea(this);
   formArea_->setObjectName(QStringLiteral("frame"));
   formArea_->setAccessibleName(tr("Add-in"));
-  setCentralWidget(formArea_);
+  standing_ = new StandingBar(this);
+  auto* const center = new QWidget(this);
+  auto* const layout = new QVBoxLayout(center);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addWidget(standing_);
+  layout->addWidget(formArea_, 1);
+  setCentralWidget(center);
   messageBoxes_.OpenOver(formArea_);
 
   instrumentDock_ = new QDockWidget(tr("Instrument (simulated)"), this);
   instrumentDock_->setObjectName(QStringLiteral("instrumentDock"));
   addDockWidget(Qt::RightDockWidgetArea, instrumentDock_);
 
-  consolePane_ = new ConsolePane(console_, this);
-  values_ = new ValuesPane(this);
-  tabs_ = new QTabWidget(this);
-  tabs_->setObjectName(QStringLiteral("tabs"));
-  tabs_->addTab(values_, tr("&Values"));
-  tabs_->addTab(consolePane_, tr("&Console"));
-  lowerDock_ = new QDockWidget(tr("Values and Console"), this);
-  lowerDock_->setObjectName(QStringLiteral("lowerDock"));
-  lowerDock_->setWidget(tabs_);
+  lowerDock_ = new LowerDock(console_, this);
+  calibration_ = new CalibrationView(*lowerDock_, this);
+  connect(calibration_, &CalibrationView::FileChanged, this, &MainWindow::ShowTroubles);
+  connect(lowerDock_, &LowerDock::HeightWanted, this,
+          [this](int height) { resizeDocks({lowerDock_}, {height}, Qt::Vertical); });
   addDockWidget(Qt::BottomDockWidgetArea, lowerDock_);
   setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
 
-  connect(consolePane_, &ConsolePane::SaveTraceAsked, this, [this] {
+  connect(&lowerDock_->Console(), &ConsolePane::SaveTraceAsked, this, [this] {
     SaveAs(tr("Save as Trace"), tr("Traces (*.jsonl)"), QStringLiteral("jsonl"), &BenchSession::SaveTrace);
   });
-  connect(consolePane_, &ConsolePane::SaveScriptAsked, this, [this] {
+  connect(&lowerDock_->Console(), &ConsolePane::SaveScriptAsked, this, [this] {
     SaveAs(tr("Save Session as Replay Script"), tr("Scripts (*.replay)"), QStringLiteral("replay"),
            &BenchSession::SaveScript);
   });
@@ -116,9 +112,7 @@ void MainWindow::BuildSimulationMenu() {
 }
 
 void MainWindow::BuildStatusBar() {
-  status_ = new QLabel(this);
-  status_->setObjectName(QStringLiteral("STATUS"));
-  status_->setAccessibleName(tr("Status"));
+  status_ = new StatusLine(this);
   busy_ = new BusyMark(this);
   auto* const simulated = new QLabel(tr("SIMULATION"), this);
   simulated->setObjectName(QStringLiteral("simulated"));
@@ -140,25 +134,27 @@ void MainWindow::BuildStatusBar() {
 bool MainWindow::BeginSession() {
   EndSession();
   try {
+    if (use_ == nullptr) use_ = std::make_unique<InstallationUse>(options_, this);
+    if (!use_->IsWanted()) return false;
     session_ = std::make_unique<BenchSession>(options_, console_, messageBoxes_);
     instrument_ = new InstrumentPane(DescribeMachine(session_->MarivaneIni()), instrumentDock_);
     delete instrumentDock_->widget();
     instrumentDock_->setWidget(instrument_);
     Connect(*session_);
+    calibration_->Follow(session_.get());
     session_->StartAddIn();
   } catch (const std::exception& error) {
+    calibration_->Follow(nullptr);
     session_.reset();
     ShowWhatIsPossible();
-    QMessageBox::critical(this, tr("Helmsway Bench"), QString::fromUtf8(error.what()));
+    StartProblems::Tell(this, QString::fromUtf8(error.what()));
     return false;
   }
-  if (!std::filesystem::exists(session_->MarivaneIni())) {
-    session_->Report().Note(tr("there is no Marivane.ini in %1").arg(TextOf(options_.installation.string())));
-  }
-  watcher_.addPath(TextOf(options_.installation.string()));
+  standing_->ShowCopy(options_.copyOf ? TextOf(options_.copyOf->string()) : QString());
   TakeRoom();
   ShowInstrument();
-  ShowValues();
+  calibration_->Show();
+  ShowTroubles();
   return true;
 }
 
@@ -186,10 +182,9 @@ void MainWindow::Connect(BenchSession& session) {
     ShowWhatIsPossible();
   });
   connect(&session, &BenchSession::Rested, this, &MainWindow::Rested);
-  connect(&session, &BenchSession::SaveAsked, this, &MainWindow::ShowSaveRehearsal);
 
   BenchReport& report = session.Report();
-  connect(&report, &BenchReport::StatusText, status_, &QLabel::setText);
+  connect(&report, &BenchReport::StatusText, status_, &StatusLine::ShowText);
   connect(&report, &BenchReport::Changed, this, &MainWindow::setWindowModified);
   connect(&report, &BenchReport::FocusAsked, this, [this] {
     activateWindow();
@@ -202,14 +197,6 @@ void MainWindow::Connect(BenchSession& session) {
   connect(&report, &BenchReport::LineBegan, this, &MainWindow::ShowWhatIsPossible);
   connect(&report, &BenchReport::LineOver, this, &MainWindow::ShowLineOver);
   connect(&report, &BenchReport::Jogged, this, [this] { setWindowModified(true); });
-  connect(&report, &BenchReport::SaveAnswered, this, [this](forms::MessageAnswer answer) {
-    saveAnswered_ = answer == forms::MessageAnswer::Ok;
-    memorySaved_ = false;
-    if (saveAnswered_) return;
-    values_->ClearPreview();
-    GiveRoomBack();
-  });
-  connect(&report, &BenchReport::MemorySaved, this, [this] { memorySaved_ = true; });
   connect(&report, &BenchReport::ScoreTold, this, [this](const QStringList& lines) {
     QMessageBox::information(this, tr("Score (Simulation)"), lines.join(QLatin1Char('\n')));
   });
@@ -219,9 +206,9 @@ void MainWindow::EndSession() {
   if (!session_) return;
   session_->EndAddIn();
   HideForm();
+  calibration_->Follow(nullptr);
   session_.reset();
   console_.Clear();
-  values_->ClearPreview();
   setWindowModified(false);
 }
 
@@ -252,7 +239,11 @@ void MainWindow::HideForm() {
 
 void MainWindow::ShowCaption(const QString& caption) {
   const QString host = tr("Helmsway Bench (simulation)");
-  setWindowTitle(caption.isEmpty() ? host + QStringLiteral("[*]") : QStringLiteral("%1[*] - %2").arg(caption, host));
+  // Of a path, "[*]" is no mark of the window's.
+  const QString place = PlaceOf(options_).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));
+  const QString window =
+      caption.isEmpty() ? host + QStringLiteral("[*]") : QStringLiteral("%1[*] - %2").arg(caption, host);
+  setWindowTitle(window + QStringLiteral(" - ") + place);
 }
 
 void MainWindow::ShowProgress(double share) {
@@ -277,39 +268,17 @@ void MainWindow::ShowInstrument() {
   simulation_->ShowRemote(picture.remote);
 }
 
-void MainWindow::ShowValues() {
-  if (!session_ || !session_->IsAtRest()) return;
-  // A file that is replaced by another of its name isn't watched any more.
-  watcher_.addPath(TextOf((options_.installation / "Marivane.ini").string()));
-  const CalibrationValues& memory = session_->CalibrationMemory();
-  values_->Show(
-      ReadHeadPositions(session_->MarivaneIni(), ControlText(session_->Surface(), "txtCurrentCollect"), memory),
-      CompareMemory(memory, session_->MarivaneIni()));
-}
-
-void MainWindow::ShowSaveRehearsal(const SaveRehearsal& rehearsal) {
-  lowerDock_->show();
-  heightBelow_ = lowerDock_->height();
-  values_->ShowPreview(LineDifference(rehearsal.before, rehearsal.after), rehearsal.lines);
-  tabs_->setCurrentWidget(values_);
-  // The question is to be answered by what stands there; the form can't be worked meanwhile.
-  resizeDocks({lowerDock_}, {std::max(heightBelow_, height() * 3 / 5)}, Qt::Vertical);
-}
-
-void MainWindow::GiveRoomBack() {
-  const int height = std::exchange(heightBelow_, 0);
-  if (height == 0) return;
-  // By themselves they hear only later that the pane needs less by now.
-  tabs_->updateGeometry();
-  lowerDock_->layout()->activate();
-  resizeDocks({lowerDock_}, {height}, Qt::Vertical);
-}
-
-void MainWindow::ShowSaveEnd() {
-  if (!std::exchange(saveAnswered_, false)) return;
-  values_->ShowReadBack(CompareMemory(session_->CalibrationMemory(), session_->MarivaneIni()),
-                        memorySaved_ ? SaveEnd::Saved : SaveEnd::NotSaved);
-  GiveRoomBack();
+void MainWindow::ShowTroubles() {
+  if (!session_) return;
+  const Troubles& troubles = session_->Report().SilentTroubles();
+  standing_->ShowTroubles(troubles.InWords());
+  status_->ShowLeftSince(troubles.StatusLeftSince());
+  if (form_ != nullptr) {
+    form_->ShowDoubt(QStringLiteral("txtCurrentCollect"), QString::fromStdString(troubles.DoubtOfNumber()));
+  }
+  QStringList problems;
+  for (const std::string& problem : InstallationProblems(session_->MarivaneIni())) problems += TextOf(problem);
+  standing_->ShowInstallation(problems);
 }
 
 void MainWindow::ShowWhatIsPossible() {
@@ -320,14 +289,13 @@ void MainWindow::ShowWhatIsPossible() {
   // Without a session, too: another one may succeed where the last one couldn't begin.
   simulation_->SetAtRest(!session || atRest);
   // What is under way would be missing in a script.
-  consolePane_->SetSaving(atRest ? ConsolePane::Saving::Possible : ConsolePane::Saving::NotNow);
+  lowerDock_->Console().SetSaving(atRest ? ConsolePane::Saving::Possible : ConsolePane::Saving::NotNow);
 }
 
 void MainWindow::Rested() {
   ShowWhatIsPossible();
   ShowInstrument();
-  ShowValues();
-  ShowSaveEnd();
+  ShowTroubles();
   if (!session_->WhyOver().isEmpty()) {
     session_->Report().Note(tr("the session can't go on: %1; begin a new one").arg(session_->WhyOver()));
   }
@@ -381,7 +349,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   // A move can't be broken off, so the window goes when it is over; nothing further is begun.
   event->ignore();
   if (std::exchange(closing_, true)) return;
-  status_->setText(tr("Closing when the move is over..."));
+  status_->ShowText(tr("Closing when the move is over..."));
   session_->BreakOff();
   messageBoxes_.AnswerCarefully();
 }

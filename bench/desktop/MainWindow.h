@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QFileSystemWatcher>
 #include <QMainWindow>
 #include <memory>
 
@@ -9,19 +8,20 @@
 #include "bench/desktop/panes/ConsoleModel.h"
 
 class QDockWidget;
-class QLabel;
-class QTabWidget;
 class QToolBar;
 
 namespace Helmsway {
 
 class BusyMark;
-class ConsolePane;
+class CalibrationView;
 class FormArea;
 class HostMenu;
+class InstallationUse;
 class InstrumentPane;
+class LowerDock;
 class SimulationMenu;
-class ValuesPane;
+class StandingBar;
+class StatusLine;
 
 /// The stand-in host's window: the add-in's form in its frame, the simulated instrument beside it, and what happens
 /// between the two.
@@ -34,7 +34,8 @@ class MainWindow : public QMainWindow {
   MainWindow& operator=(const MainWindow&) = delete;
   ~MainWindow() override;
 
-  /// Begins a session and starts the add-in; one that is there ends first. A failure is shown, and told by False.
+  /// Begins a session and starts the add-in; one that is there ends first. Asks what to do when another window works on
+  /// the installation. False when there is no session: a failure has been shown, or the operator would rather not.
   bool BeginSession();
 
   /// Null when none has begun.
@@ -60,11 +61,7 @@ class MainWindow : public QMainWindow {
   void ShowProgress(double share);
   void ShowLineOver(const QString& line, const QString& reason);
   void ShowInstrument();
-  void ShowValues();
-  void ShowSaveRehearsal(const SaveRehearsal& rehearsal);
-  void ShowSaveEnd();
-  /// What the rehearsal of a save has taken for the pane below.
-  void GiveRoomBack();
+  void ShowTroubles();
   void ShowWhatIsPossible();
   void Rested();
 
@@ -78,29 +75,25 @@ class MainWindow : public QMainWindow {
   bool MayLeaveUnsaved();
 
   SessionOptions options_;
+  std::unique_ptr<InstallationUse> use_;
   ConsoleModel console_;
   HeldKeys heldKeys_;
   MessageBoxes messageBoxes_{this};
-  QFileSystemWatcher watcher_;
 
   FormArea* formArea_ = nullptr;
   FormView* form_ = nullptr;
-  QTabWidget* tabs_ = nullptr;
-  ConsolePane* consolePane_ = nullptr;
-  ValuesPane* values_ = nullptr;
-  QDockWidget* lowerDock_ = nullptr;
+  StandingBar* standing_ = nullptr;
+  LowerDock* lowerDock_ = nullptr;
+  CalibrationView* calibration_ = nullptr;
   QDockWidget* instrumentDock_ = nullptr;
   InstrumentPane* instrument_ = nullptr;
   HostMenu* host_ = nullptr;
   SimulationMenu* simulation_ = nullptr;
   QToolBar* hostButtons_ = nullptr;
-  QLabel* status_ = nullptr;
+  StatusLine* status_ = nullptr;
   BusyMark* busy_ = nullptr;
 
   bool closing_ = false;
-  bool saveAnswered_ = false;
-  bool memorySaved_ = false;
-  int heightBelow_ = 0;  // of the pane below before it got more; 0 while it has its own
   std::unique_ptr<BenchSession> session_;
 };
 

@@ -7,6 +7,7 @@
 #include <QTest>
 #include <QTextBlock>
 #include <QTextCursor>
+#include <functional>
 
 #include "bench/desktop/panes/ValuesPane.h"
 
@@ -57,7 +58,21 @@ TEST_F(ValuesPaneTest, EachHeadTellsItsChangeAndItsAgreement) {
   EXPECT_EQ(RowText(2), "Item3 | Twelve | -600 | -590 | -590 → -600 (-10 steps, -0.500 mm) | -580 | ≠ differs");
   EXPECT_EQ(RowText(3), "Item4 | Short | 600 | 600 | no change | – | – no value");
   EXPECT_EQ(RowText(4), "Item5 | Long | – | 7 | – | 7 | ≠ tip eject differs");
-  EXPECT_EQ(Label("valuesSummary"), "≠ File and instrument: 3 of 4 classes differ");
+  EXPECT_EQ(Label("valuesSummary"), "≠ File and instrument: 2 of 4 classes differ");
+
+  // Nothing is alarming before anything was calibrated, and a number that S hasn't reached is marked.
+  for (HeadPosition& head : positions.heads) head.memory.clear();
+  pane_.Show(positions, {}, QStringLiteral("it was not reached"));
+  EXPECT_EQ(Label("valuesSummary"), "– The instrument holds no calibration values yet");
+  EXPECT_EQ(RowText(3), "Item4 | Short | 600 ? not confirmed | 600 | no change | – | – no value");
+  const QAbstractItemModel& model = *pane_.findChild<QTableView*>(QStringLiteral("valuesTable"))->model();
+  for (int row = 0; row < model.rowCount(); ++row) {
+    EXPECT_FALSE(model.index(row, ValuesModel::Agreed).data(Qt::BackgroundRole).isValid()) << row;
+  }
+  positions.heads[0].memory = positions.heads[1].memory = "580";
+  pane_.Show(positions, {});
+  EXPECT_EQ(Label("valuesSummary"),
+            "– File and instrument agree for 1 of 4 classes; the instrument has no value for the others");
 
   // Without an S axis a step has no length.
   positions.mmPerStep = 0;
@@ -135,31 +150,77 @@ TEST_F(ValuesPaneTest, TheLinesGrowWithTheFont) {
 }
 
 TEST_F(ValuesPaneTest, TheReadBackReplacesThePreview) {
-  const std::vector<MemoryDifference> differences = {{"TipEject_8Ch_125_S", "-30", ""},
-                                                     {"AspirateOrigin_8Ch_125_S", "600", "580"}};
+  pane_.ShowPreview({"+x"}, {"REV"}, QStringLiteral("the folder is read-only"));
+  EXPECT_EQ(Label("valuesUpperTitle"), "✗ Save can't do what it asks for: the folder is read-only");
+  pane_.ShowReadBack({{"TipEject_8Ch_125_S", "-30", ""}, {"AspirateOrigin_8Ch_125_S", "600", "580"}},
+                     {QStringLiteral("≠ so"), Tone::Bad});
+  EXPECT_EQ(Label("valuesUpperTitle"), "≠ so");
+  EXPECT_EQ(LinesText("valuesUpperLines"),
+            "TipEject_8Ch_125_S: file -30, instrument no value\nAspirateOrigin_8Ch_125_S: file 600, instrument 580");
+  EXPECT_FALSE(Lines("valuesLowerLines").isVisible());
+  pane_.Withdraw(QStringLiteral("no longer"));
+  EXPECT_EQ(Label("valuesUpperTitle"), "– no longer");
+  EXPECT_FALSE(Lines("valuesUpperLines").isVisible());
+}
+
+TEST(SaveVerdict, IsGoodOnlyWhenAllWasDoneAndCompared) {
+  SaveResult good;
+  good.headsPlanned = good.headsWritten = 16;
+  good.linesPlanned = good.linesTaken = 29;
+  good.memorySaved = true;
+  good.valuesCompared = 14;
+  EXPECT_EQ(VerdictOf(good).tone, Tone::Good);
   struct Row {
-    std::vector<MemoryDifference> differences;
-    SaveEnd end;
-    const char* title;
-    const char* lines;
+    const char* words;
+    std::function<void(SaveResult&)> change;
   };
-  for (const Row& row :
-       {Row{{}, SaveEnd::Saved, "✓ Saved: the instrument's memory agrees with the file", "No differences."},
-        Row{differences, SaveEnd::Saved, "≠ Saved, but values of the instrument's memory differ from the file: 2",
-            "TipEject_8Ch_125_S: file -30, instrument no value\nAspirateOrigin_8Ch_125_S: file 600, instrument 580"},
-        Row{differences, SaveEnd::NotSaved,
-            "✗ Not saved in the instrument: values of its memory that differ from the file: 2",
-            "TipEject_8Ch_125_S: file -30, instrument no value\nAspirateOrigin_8Ch_125_S: file 600, instrument 580"},
-        Row{{},
-            SaveEnd::NotSaved,
-            "✗ Not saved in the instrument; its memory agrees with the file all the same",
-            "No differences."}}) {
-    SCOPED_TRACE(row.title);
-    pane_.ShowPreview({"+x"}, {"REV"});
-    pane_.ShowReadBack(row.differences, row.end);
-    EXPECT_EQ(Label("valuesUpperTitle"), row.title);
-    EXPECT_EQ(LinesText("valuesUpperLines"), row.lines);
-    EXPECT_FALSE(Lines("valuesLowerLines").isVisible());
+  const Row rows[] = {
+      {"Not saved: Marivane.ini has no heads",
+       [](SaveResult& save) {
+         save.headsPlanned = save.headsWritten = save.valuesCompared = 0;
+         save.whyNoHeads = "Marivane.ini has no heads";
+       }},
+      {"Not saved: the folder is read-only. The instrument has taken the new values all the same",
+       [](SaveResult& save) {
+         save.headsWritten = 0;
+         save.whyNotWritten = "the folder is read-only";
+       }},
+      {"1 of 16 heads were not written", [](SaveResult& save) { save.headsWritten = 15; }},
+      {"the mark that S is calibrated is not in", [](SaveResult& save) { save.markNotWritten = true; }},
+      {"not in the instrument: line 3 of 29 was refused (no)",
+       [](SaveResult& save) {
+         save.linesTaken = 2;
+         save.memorySaved = false;
+         save.brokenBy = "was refused (no)";
+       }},
+      {"a stop was requested, 27 of 29 lines were not sent",
+       [](SaveResult& save) {
+         save.linesTaken = 2;
+         save.linesSkipped = 27;
+       }},
+      {"the link is lost", [](SaveResult& save) { save.linkLost = true; }},
+      {"not all lines were sent", [](SaveResult& save) { save.memorySaved = false; }},
+      {"another program has changed it meanwhile", [](SaveResult& save) { save.fileDiffers = true; }},
+      {"2 of 16 heads have not got the position", [](SaveResult& save) { save.headsOff = 2; }},
+      {"sends no calibration values",
+       [](SaveResult& save) {
+         save.linesPlanned = save.linesTaken = 0;
+         save.memorySaved = false;
+       }},
+      {"memory differ from the file: 1",
+       [](SaveResult& save) {
+         save.differences.push_back({"A", "1", "2"});
+       }},
+      {"Saved, but the number", [](SaveResult& save) { save.doubt = "the number on the form, 1, was not reached"; }},
+      {"keeps no value for these heads", [](SaveResult& save) { save.valuesCompared = 0; }},
+      {"in this window's copy only", [](SaveResult& save) { save.inCopy = true; }},
+  };
+  for (const Row& row : rows) {
+    SaveResult save = good;
+    row.change(save);
+    const Verdict verdict = VerdictOf(save);
+    EXPECT_NE(verdict.tone, Tone::Good) << row.words;
+    EXPECT_NE(verdict.text.toStdString().find(row.words), std::string::npos) << verdict.text.toStdString();
   }
 }
 

@@ -23,14 +23,6 @@ namespace fs = std::filesystem;
 
 QString Name(const char* name) { return QString::fromUtf8(name); }
 
-SessionOptions OptionsFor(const fs::path& installation) {
-  SessionOptions options;
-  options.addIn = fs::read_symlink("/proc/self/exe").parent_path() / "libOrvelCalibrateS.so";
-  options.installation = installation;
-  options.factor = BenchSession::FastestFactor;
-  return options;
-}
-
 }  // namespace
 
 WindowFixture::WindowFixture() {
@@ -39,12 +31,34 @@ WindowFixture::WindowFixture() {
   fs::copy(HELMSWAY_EXAMPLES "/installation", installation_.PathOf(""), fs::copy_options::recursive);
   QObject::connect(&watch_, &QTimer::timeout, &watch_, [this] { AnswerBox(); });
   watch_.start(1);
-  window_ = std::make_unique<MainWindow>(OptionsFor(installation_.PathOf("")));
+  OpenAgain();
+}
+
+SessionOptions WindowFixture::Options() const {
+  SessionOptions options;
+  options.addIn = fs::read_symlink("/proc/self/exe").parent_path() / "libOrvelCalibrateS.so";
+  options.installation = installation_.PathOf("");
+  options.factor = BenchSession::FastestFactor;
+  return options;
+}
+
+void WindowFixture::OpenAgain() {
+  window_.reset();
+  window_ = std::make_unique<MainWindow>(Options());
   EXPECT_TRUE(window_->BeginSession());
   FollowLines();
   window_->show();
   window_->activateWindow();
   EXPECT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+}
+
+void WindowFixture::Save(const std::function<void()>& look) {
+  Expect(Verify, Press(QMessageBox::Yes));
+  Expect(SaveBox, [look](QDialog& box) {
+    look();
+    Press(QMessageBox::Ok)(box);
+  });
+  Click("cmdButton_6");
 }
 
 WindowFixture::~WindowFixture() {
@@ -93,7 +107,7 @@ void WindowFixture::AnswerBox() {
     box->reject();
   }
   // As a window manager would.
-  if (window_->isVisible()) window_->activateWindow();
+  if (window_ != nullptr && window_->isVisible()) window_->activateWindow();
   answering_ = false;
 }
 

@@ -65,9 +65,17 @@ class WindowFixture : public testing::Test {
   std::string EnabledButtons();
   /// The panels that are shown, in the order of their names.
   std::string Panels();
+  const TemporaryFolder& Installation() const { return installation_; }
   std::string File() const { return installation_.Read("Marivane.ini"); }
+  bool IsShown(const char* name) { return Widget(name).isVisible(); }
+  /// Presses Save at the calibration location, and agrees to both questions; `look` is called while the second is open.
+  void Save(const std::function<void()>& look = [] {});
   int Count(ConsoleEntry::Kind kind, const char* text);
 
+  /// What a start of the bench on the installation asks for.
+  SessionOptions Options() const;
+  /// Ends the window and opens another on the same installation.
+  void OpenAgain();
   /// Begins to listen to the session that there is now.
   void FollowLines();
   void EndWindow() { window_.reset(); }

@@ -173,7 +173,9 @@ void ShowAspect(FormControl& control, const forms::ISurface& surface, Aspect asp
 }
 
 void ShowColors(const FormControl& control, const QPalette& form) {
-  control.widget->setPalette(ControlPalette(control.kind, control.backColor, form));
+  constexpr forms::Rgb Amber{0xff, 0xed, 0xb5};
+  const forms::Color back = control.doubt.isEmpty() ? control.backColor : forms::Color(Amber);
+  control.widget->setPalette(ControlPalette(control.kind, back, form));
   const bool plain = control.backColor == forms::Color(forms::SystemColor::ButtonFace);
   const bool area = control.kind == ControlKind::Label || control.kind == ControlKind::CheckBox;
   if (area) control.widget->setAutoFillBackground(!plain);

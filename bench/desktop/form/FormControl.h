@@ -21,6 +21,7 @@ struct FormControl {
   forms::Arrow arrow = forms::Arrow::None;
   forms::Color backColor;
   QString caption;
+  QString doubt;                              ///< why what it shows may not be so; empty without a doubt
   QStringList firstEntries;                   ///< of a list: what it held when the widget was made
   QWidget* widget = nullptr;                  ///< belongs to its parent widget
   Qt::FocusPolicy focusPolicy = Qt::NoFocus;  ///< while the operator can get at it

@@ -57,6 +57,16 @@ void FormView::Changed(ControlId control, Aspect aspect) {
   LayOut();
 }
 
+void FormView::ShowDoubt(const QString& name, const QString& why) {
+  for (FormControl& control : controls_) {
+    if (control.widget->objectName() != name || control.doubt == why) continue;
+    control.doubt = why;
+    control.widget->setToolTip(why);
+    control.widget->setAccessibleDescription(why);
+    Paint(control);
+  }
+}
+
 void FormView::Detach() {
   surface_ = nullptr;
   setEnabled(false);

@@ -41,6 +41,8 @@ class FormView final : public QWidget {
 
   /// The form has changed. To be called for each change, also while one of the hands' functions is under way.
   void Changed(forms::ControlId control, forms::Aspect aspect);
+  /// Marks the control of that name as showing what may not be so, for the reason given; empty takes the mark away.
+  void ShowDoubt(const QString& name, const QString& why);
   /// The form is gone: nothing is asked of the surface any more, and the view shows its last state, disabled.
   void Detach();
 

@@ -37,7 +37,7 @@ Mark MarkOf(Agreement agreement) {
     case Agreement::NotKept:
       return {QStringLiteral("– not kept there"), Tone::Plain};
     case Agreement::NoValue:
-      return {QStringLiteral("– no value"), Tone::Bad};
+      return {QStringLiteral("– no value"), Tone::Plain};
     case Agreement::Same:
       return {QStringLiteral("= same"), Tone::Good};
     case Agreement::Differs:
@@ -63,17 +63,27 @@ QString Name(const HeadPosition& head) {
 
 }  // namespace
 
-void ValuesModel::Show(const HeadPositions& positions, const std::vector<MemoryDifference>& differences) {
+void ValuesModel::Show(const HeadPositions& positions, const std::vector<MemoryDifference>& differences,
+                       const QString& doubt) {
   std::vector<Row> rows;
   Count classes;
   for (const HeadPosition& head : positions.heads) {
     rows.push_back(RowOf(positions, head, differences));
     if (head.memoryName.empty() || &positions.Counting(head) != &head) continue;
     ++classes.classes;
-    if (rows.back().agreedTone != Tone::Good) ++classes.differing;
+    if (rows.back().agreedTone == Tone::Bad) ++classes.differing;
+    if (rows.back().agreedTone == Tone::Plain) ++classes.missing;
   }
+  for (Row& row : rows) MarkDoubt(row, doubt);
   classes_ = classes;
   Replace(std::move(rows));
+}
+
+void ValuesModel::MarkDoubt(Row& row, const QString& doubt) {
+  if (doubt.isEmpty() || row.texts[Screen] == dash) return;
+  row.texts[Screen] += QStringLiteral(" ? not confirmed");
+  row.screenTone = Tone::Waiting;
+  row.toolTip = doubt + u'\n' + row.toolTip;
 }
 
 void ValuesModel::Replace(std::vector<Row> rows) {
@@ -140,6 +150,7 @@ QVariant ValuesModel::data(const QModelIndex& index, int role) const {
     default:
       break;
   }
+  if (column == Screen) return ToneData(row.screenTone, role);
   if (column == Change) return ToneData(row.changeTone, role);
   if (column == Agreed) return ToneData(row.agreedTone, role);
   return {};

@@ -21,13 +21,16 @@ class ValuesModel : public QAbstractTableModel {
   /// How many values of the instrument, one for each class of heads, stand for the same as the file's.
   struct Count {
     int classes = 0;
-    int differing = 0;  ///< missing ones among them
+    int differing = 0;
+    int missing = 0;  ///< the instrument has no value
   };
 
   using QAbstractTableModel::QAbstractTableModel;
 
-  /// With as many heads as before, rows change in place, so that what is selected and in sight stays so.
-  void Show(const HeadPositions& positions, const std::vector<MemoryDifference>& differences);
+  /// With as many heads as before, rows change in place, so that what is selected and in sight stays so. `doubt` says
+  /// why the number on the screen isn't confirmed; empty when it is.
+  void Show(const HeadPositions& positions, const std::vector<MemoryDifference>& differences,
+            const QString& doubt = {});
   const Count& Classes() const { return classes_; }
 
   int rowCount(const QModelIndex& parent = {}) const override;
@@ -39,6 +42,7 @@ class ValuesModel : public QAbstractTableModel {
   struct Row {
     QString item;
     std::array<QString, ColumnCount> texts;
+    Tone screenTone = Tone::Plain;
     Tone changeTone = Tone::Plain;
     Tone agreedTone = Tone::Plain;
     QString toolTip;
@@ -47,6 +51,7 @@ class ValuesModel : public QAbstractTableModel {
   static Row RowOf(const HeadPositions& positions, const HeadPosition& head,
                    const std::vector<MemoryDifference>& differences);
 
+  static void MarkDoubt(Row& row, const QString& doubt);
   void Replace(std::vector<Row> rows);
 
   std::vector<Row> rows_;

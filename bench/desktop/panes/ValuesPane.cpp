@@ -16,32 +16,23 @@
 namespace Helmsway {
 namespace {
 
-struct Verdict {
-  QString text;
-  Tone tone;
-};
-
 Verdict SummaryOf(const ValuesModel::Count& classes) {
   if (classes.classes == 0)
     return {QStringLiteral("– The file has no head that the instrument keeps a value for"), Tone::Plain};
+  if (classes.missing == classes.classes) {
+    return {QStringLiteral("– The instrument holds no calibration values yet"), Tone::Plain};
+  }
+  if (classes.differing == 0 && classes.missing > 0) {
+    return {
+        QStringLiteral("– File and instrument agree for %1 of %2 classes; the instrument has no value for the others")
+            .arg(classes.classes - classes.missing)
+            .arg(classes.classes),
+        Tone::Plain};
+  }
   if (classes.differing == 0) {
     return {QStringLiteral("= File and instrument agree for all %1 classes").arg(classes.classes), Tone::Good};
   }
   return {QStringLiteral("≠ File and instrument: %1 of %2 classes differ").arg(classes.differing).arg(classes.classes),
-          Tone::Bad};
-}
-
-Verdict VerdictOf(const std::vector<MemoryDifference>& differences, SaveEnd end) {
-  const QString count = QString::number(differences.size());
-  if (end == SaveEnd::NotSaved) {
-    return {differences.empty()
-                ? QStringLiteral("✗ Not saved in the instrument; its memory agrees with the file all the same")
-                : QStringLiteral("✗ Not saved in the instrument: values of its memory that differ from the file: %1")
-                      .arg(count),
-            Tone::Bad};
-  }
-  if (differences.empty()) return {QStringLiteral("✓ Saved: the instrument's memory agrees with the file"), Tone::Good};
-  return {QStringLiteral("≠ Saved, but values of the instrument's memory differ from the file: %1").arg(count),
           Tone::Bad};
 }
 
@@ -121,16 +112,20 @@ QWidget* ValuesPane::BuildPreview() {
   return preview_;
 }
 
-void ValuesPane::Show(const HeadPositions& positions, const std::vector<MemoryDifference>& differences) {
-  values_.Show(positions, differences);
+void ValuesPane::Show(const HeadPositions& positions, const std::vector<MemoryDifference>& differences,
+                      const QString& doubt) {
+  values_.Show(positions, differences, doubt);
   ShowSummary();
 }
 
 void ValuesPane::ShowSummary() { ShowVerdict(*summary_, SummaryOf(values_.Classes())); }
 
-void ValuesPane::ShowPreview(const std::vector<std::string>& fileLines, const std::vector<std::string>& commands) {
-  ShowVerdict(*upperTitle_,
-              {QStringLiteral("What Save will change in Marivane.ini (Page Up and Page Down scroll)"), Tone::Plain});
+void ValuesPane::ShowPreview(const std::vector<std::string>& fileLines, const std::vector<std::string>& commands,
+                             const QString& problem) {
+  const QString title = QStringLiteral("What Save will change in Marivane.ini (Page Up and Page Down scroll)");
+  ShowVerdict(*upperTitle_, problem.isEmpty()
+                                ? Verdict{title, Tone::Plain}
+                                : Verdict{QStringLiteral("✗ Save can't do what it asks for: ") + problem, Tone::Bad});
   upperLines_->setAccessibleName(upperTitle_->text());
   upperLines_->ShowDifference(fileLines, QStringLiteral("Nothing: all lines stay as they are."));
   lowerLines_->ShowLines(commands, QStringLiteral("Nothing: no line will be sent."));
@@ -158,9 +153,9 @@ void ValuesPane::TellRoom() {
   splitter_->updateGeometry();
 }
 
-void ValuesPane::ShowReadBack(const std::vector<MemoryDifference>& differences, SaveEnd end) {
+void ValuesPane::ShowReadBack(const std::vector<MemoryDifference>& differences, const Verdict& verdict) {
   qApp->removeEventFilter(this);
-  ShowVerdict(*upperTitle_, VerdictOf(differences, end));
+  ShowVerdict(*upperTitle_, verdict);
   std::vector<std::string> lines;
   lines.reserve(differences.size());
   for (const MemoryDifference& difference : differences) lines.push_back(LineOf(difference));
@@ -170,6 +165,11 @@ void ValuesPane::ShowReadBack(const std::vector<MemoryDifference>& differences, 
   lowerLines_->hide();
   preview_->show();
   SetUpper(lines.empty() ? Upper::TitleAlone : Upper::WithLines);
+}
+
+void ValuesPane::Withdraw(const QString& words) {
+  ShowVerdict(*upperTitle_, {QStringLiteral("– ") + words, Tone::Plain});
+  SetUpper(Upper::TitleAlone);
 }
 
 void ValuesPane::ClearPreview() {

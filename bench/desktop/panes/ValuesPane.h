@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/desktop/panes/SaveVerdict.h"
 #include "bench/desktop/panes/Tone.h"
 #include "bench/desktop/panes/ValuesModel.h"
 
@@ -16,9 +17,6 @@ namespace Helmsway {
 
 class LinesView;
 
-/// Whether the instrument took "SET_CALIBRATION SAVE", so that its values last.
-enum class SaveEnd { Saved, NotSaved };
-
 /// The S positions on the screen, in the file and in the instrument, and what a save makes of them.
 class ValuesPane : public QWidget {
   Q_OBJECT
@@ -26,16 +24,24 @@ class ValuesPane : public QWidget {
  public:
   explicit ValuesPane(QWidget* parent = nullptr);
 
-  /// Leaves a preview or a read-back as it is.
-  void Show(const HeadPositions& positions, const std::vector<MemoryDifference>& differences);
+  /// Leaves a preview or a read-back as it is. `doubt` says why the number on the screen isn't confirmed; empty when it
+  /// is.
+  void Show(const HeadPositions& positions, const std::vector<MemoryDifference>& differences,
+            const QString& doubt = {});
 
   /// Before the save dialog is answered: the lines of Marivane.ini that will change, as `LineDifference` gives them,
   /// and the command lines that will go to the instrument; empty: none will. The wheel and the keys that turn pages
-  /// scroll them, also from the box that asks, which keeps everything else of the window out of reach.
-  void ShowPreview(const std::vector<std::string>& fileLines, const std::vector<std::string>& commands);
+  /// scroll them, also from the box that asks, which keeps everything else of the window out of reach. `problem` says
+  /// why the save won't do what it is there for; empty when nothing is known to keep it from that.
+  void ShowPreview(const std::vector<std::string>& fileLines, const std::vector<std::string>& commands,
+                   const QString& problem = {});
 
-  /// After a save: how the instrument's memory, read back, stands to the file. Replaces the preview.
-  void ShowReadBack(const std::vector<MemoryDifference>& differences, SaveEnd end);
+  /// After a save: what became of it, and where the instrument's memory, read back, differs from the file. Replaces the
+  /// preview.
+  void ShowReadBack(const std::vector<MemoryDifference>& differences, const Verdict& verdict);
+
+  /// The last verdict no longer holds, for the reason that `words` give.
+  void Withdraw(const QString& words);
 
   /// Takes the preview or the read-back away.
   void ClearPreview();
