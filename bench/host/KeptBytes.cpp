@@ -137,7 +137,8 @@ std::optional<KeptBytes::Record> KeptBytes::FindAt(const Place& place) const {
   FileContents contents;
   if (ReadWholeFileAt(place.folder, place.name, contents) != FilePresence::Present) return std::nullopt;
 
-  Record record{place.path};
+  Record record;
+  record.path = place.path;
   std::string_view text = contents.bytes;
   if (!text.starts_with(Mark)) return record;
   text.remove_prefix(Mark.size());
