@@ -174,9 +174,20 @@ TEST(NestSeatTest, EachTermRoundsByItselfButTheLastFourMillimetresOfTheApproach)
       {"-10.5 goes to the even -10", {8, -1, 1, -10, 0, 0, 0, 0}, -10, -9},
       {"10 + 1 + 1 + 0.5 - 1: nest, head and offset of half a step", {8, 1, -1, 10, 4, 4, 0, 0.5}, 12, 11},
       {"10 - 1 - 1 - 0.5 + 1: the same in the other direction", {8, -1, 1, 10, 4, 4, 0, 0.5}, 8, 9},
+      {"an offset of half a step: 11 + 0.5 - 1 goes to the even 10", {8, 1, -1, 11, 0, 0, 0, 0.5}, 10, 9},
       {"a nest of half a step: 10 + 1 + 0.5", {8, 1, -1, 10, 4, 0, 0, 0}, 12, 11},
       {"a head of half a step: 10 + 1 + 0.5", {8, 1, -1, 10, 0, 4, 0, 0}, 12, 11},
   });
+}
+
+TEST(NestSeatTest, AHeadOfAPlateHasNoDepthInANest) {
+  SharedRecords records;
+  records.AxisZ.MmPerStep = 1;
+  records.AxisZ.MoveSign = 1;
+  records.ZCalibration.HeadDepth_96_384 = 100;
+  records.Head.Channels = 96;
+  records.Head.Kind = MicrotiterKind;
+  EXPECT_EQ(SeatInSlot(records, 0, NestSlot(), 0).ZApproach, 4);
 }
 
 TEST(NestSeatTest, TheStretchToTheSeatHasSinglePrecision) {

@@ -49,5 +49,21 @@ TEST(SequenceLoads, EachSequenceLoadsItsRecordsInTheOrderInWhichTheyBuildOnOneAn
   }
 }
 
+TEST(SequenceLoads, WhatIsNotPickedIsNotLoadedNotEvenAsInstalled) {
+  Wizard wizard;
+  wizard.ToMainPage();
+  for (const char* list : {"cboNestType", "cboHeadType", "cboTipType", "cboPosition", "cboTipRack"}) {
+    wizard.Form->Form().Get<forms::ComboBox>(list).Clear();
+  }
+  wizard.Forget();
+  wizard.Form->cmdButton_Click(3);
+  EXPECT_EQ(Loads(wizard).find("Installed", Loads(wizard).rfind("Axis1")), std::string::npos) << Loads(wizard);
+  EXPECT_EQ(Loads(wizard).find("Position"), std::string::npos);
+  EXPECT_EQ(Loads(wizard).find("Plate"), std::string::npos);
+  wizard.Ini().Reads.clear();
+  wizard.Form->cmdButton_Click(13);
+  EXPECT_EQ(Loads(wizard).find("Type", Loads(wizard).rfind("Axis1")), std::string::npos) << Loads(wizard);
+}
+
 }  // namespace
 }  // namespace OrvelCalibrateS::Testing

@@ -46,6 +46,7 @@ TEST(EjectTeachTool, AWalkEndsAfterTheLargestNumberWithThatHead) {
                                        "MOVE Y 0", "MOVE Z -500", "MOVE SD_X 0", "MOVE SD_Y 0", "SET_SPEED Z 1000",
                                        "MOVE Z 0", "MOVE S 77", "MOVE Z -500", "MOVE S 0"}));
   EXPECT_EQ(wizard.Ini().Writes, Lines{"HeadType/Installed=0"});
+  EXPECT_TRUE(wizard.Form->Flags().Homed);
 }
 
 }  // namespace
