@@ -152,15 +152,15 @@ TEST(RunCommandText, AFailingStepEndsItInPassUpModeAndIsPassedOverInSkipMode) {
 }
 
 TEST(RunCommandText, AStopThatHasBeenReadHoldsWhereTheNextReadFails) {
-  // Fetches 1 to 4 are those of the first line, 5 is the read that finds the Stop, 6 and 7 are those that fail.
-  Channel channel({6, 7});
+  // Fetches 1 to 4 are those of the first line, 5 is the read that finds the Stop, 6 and 7 are those that fail. So does
+  // 8, the first of the next run.
+  Channel channel({6, 7, 8});
   channel.Host.Meanwhile["A"] = [&] { channel.Host.StopRequested = true; };
   bool stopRequested = false;
   EXPECT_TRUE(channel.Tested.RunCommandText("A\r\nB\r\nC\r\nD\r\n", FailureMode::Skip, stopRequested));
   EXPECT_EQ(channel.Host.Sent(), Lines{"A"});
   EXPECT_TRUE(stopRequested);
   EXPECT_TRUE(channel.Host.StopRequested) << "no send has taken the Stop back";
-  channel.Host.StopRequested = false;
   EXPECT_TRUE(channel.Tested.RunCommandText("E\r\n", FailureMode::Skip, stopRequested));
   EXPECT_EQ(channel.Host.Sent(), (Lines{"A", "E"})) << "the next run starts without";
   EXPECT_FALSE(stopRequested);

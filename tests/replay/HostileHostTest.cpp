@@ -3,6 +3,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -69,6 +70,21 @@ TEST_F(HostileHost, AFormOfTheNextConnectWaitsForTheLineOfTheFormBefore) {
   EXPECT_EQ(host.Sent(), Lines{"REV"}) << "and the new form is at its beginning";
 }
 
+TEST_F(HostileHost, WhatTheHostReadsOfTheFormIsTheSameAtAnyTime) {
+  for (const bool onMainPage : {false, true}) {
+    Begin();
+    if (onMainPage) ToMainPage();
+    std::int32_t helpContextId = 0;
+    HelmswayCmds::Boolean statusBar = HelmswayCmds::False;
+    HelmswayCmds::Boolean buttons = HelmswayCmds::False;
+    EXPECT_EQ(session->Form().GetHelpContextID(&helpContextId), Result::Ok);
+    EXPECT_EQ(session->Form().GetShowStatusBar(&statusBar), Result::Ok);
+    EXPECT_EQ(session->Form().GetShowButtons(&buttons), Result::Ok);
+    EXPECT_EQ(std::tuple(helpContextId, statusBar, buttons), std::tuple(9014, HelmswayCmds::True, HelmswayCmds::True));
+    session.reset();
+  }
+}
+
 TEST_F(HostileHost, WhatIsRefusedChangesNothingForTheFormThatLives) {
   Begin();
   ToMainPage();
@@ -84,6 +100,15 @@ TEST_F(HostileHost, WhatIsRefusedChangesNothingForTheFormThatLives) {
   made = this;
   EXPECT_EQ(factory->CreateInstance(HelmswayCmds::IHostWindow::InterfaceId, &made), Result::NoInterface);
   EXPECT_EQ(made, this);
+  session->Form().PutObjectParent(nullptr);
+  int reads = 0;
+  onFile = [&] { ++reads; };
+  EXPECT_EQ(factory->CreateInstance(HelmswayCmds::IHostWindow::InterfaceId, &made), Result::NoInterface);
+  EXPECT_EQ(reads, 0) << "no form is loaded for it";
+  onFile = nullptr;
+  session.reset();
+  Begin();
+  ToMainPage();
   EXPECT_EQ(host.Log, Lines{});
   EXPECT_TRUE(Press(5));
   EXPECT_EQ(host.Sent(), Lines{"HOME ALL"});
