@@ -3,7 +3,7 @@
 #include "addin/config/ConfigurationLoad.h"
 #include "addin/config/Conversions.h"
 #include "addin/config/ItemSource.h"
-#include "addin/config/ListOperations.h"
+#include "addin/wizard/ListOperations.h"
 #include "addin/config/Position.h"
 
 namespace OrvelCalibrateS {

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "addin/config/ListOperations.h"
+#include "addin/wizard/ListOperations.h"
 #include "forms/Form.h"
 #include "tests/addin/TestConfiguration.h"
 

@@ -11,7 +11,7 @@
 #include "addin/config/Calibration.h"
 #include "addin/config/Configuration.h"
 #include "addin/config/ConfigurationLoad.h"
-#include "addin/config/ListOperations.h"
+#include "addin/wizard/ListOperations.h"
 #include "addin/config/PlateType.h"
 #include "addin/config/Position.h"
 #include "forms/Form.h"

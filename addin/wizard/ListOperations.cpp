@@ -1,4 +1,4 @@
-#include "addin/config/ListOperations.h"
+#include "addin/wizard/ListOperations.h"
 
 #include <algorithm>
 
