@@ -109,10 +109,6 @@ bool IsTeachTool(const HeadType& head) { return head.Kind == CalibrateKind && he
 
 bool IsCalibrated(const HeadType& head) { return head.Kind == SerialDiluteKind || IsTeachTool(head); }
 
-std::int32_t CalibratedSPosition(const HeadType& head, const AxisRecord& axisS, double steps) {
-  return WholeNumberValue(head.SDTeachToolOffset * axisS.MoveSign + steps);
-}
-
 HeadType ReadHeadType(const Configuration& configuration, std::string_view item, std::string_view file) {
   const ItemSource source = FindItem(configuration.Files, section, item, file, EmptyItem::Installed);
   HeadType head;

@@ -58,10 +58,6 @@ bool IsTeachTool(const HeadType& head);
 /// Whether a calibration of the S axis gives the head its S position.
 bool IsCalibrated(const HeadType& head);
 
-/// The S position that a calibration gives the head: its teach tool offset, in the move direction of the S axis, from
-/// the steps that were found. Fails when it is outside 32 bits.
-std::int32_t CalibratedSPosition(const HeadType& head, const AxisRecord& axisS, double steps);
-
 /// Reads the head of that item number, or the installed one when `item` is empty. The shared `ZCalibration` and axis
 /// records must have been loaded. Never fails: what isn't in the file stays empty.
 HeadType ReadHeadType(const Configuration& configuration, std::string_view item = "", std::string_view file = "");

@@ -1,7 +1,7 @@
 #include "addin/sequences/MoveToCalibrationLocation.h"
 
 #include "addin/config/Conversions.h"
-#include "addin/config/ItemSource.h"
+#include "addin/config/SValues.h"
 #include "addin/sequences/HomeAll.h"
 
 namespace OrvelCalibrateS {
@@ -14,17 +14,11 @@ constexpr std::string_view calibrationZ = "-16000";
 
 /// S goes to the value of the list's first serial-dilute head, whatever head is selected; no line without such a head.
 void AppendSLine(CommandText& text, SequenceContext& context) {
-  const AxisRecord& axisS = context.Configuration.Records.AxisS;
+  const auto head = FindHeadOnRecord(context.Configuration, FailureMode::PassUp);
+  if (!head) return;
   forms::TextBox& txtCurrentCollect = context.Selections.txtCurrentCollect;
-  WalkItems(FailureMode::PassUp, [&](const std::string& number) {
-    const HeadType head = ReadHeadType(context.Configuration, number);
-    if (head.Kind == SerialDiluteKind) {
-      txtCurrentCollect.SetText(WholeNumber(axisS.OffsetSign * head.SDTeachToolOffset + head.SPosition));
-      text += Command::Move(Axis::S, std::string_view(txtCurrentCollect.Text()));
-      return false;
-    }
-    return !head.Name.empty();
-  });
+  txtCurrentCollect.SetText(WholeNumber(SValueOnRecord(*head, context.Configuration.Records.AxisS)));
+  text += Command::Move(Axis::S, std::string_view(txtCurrentCollect.Text()));
 }
 
 }  // namespace

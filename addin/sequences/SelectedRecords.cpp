@@ -2,6 +2,7 @@
 
 #include "addin/base/Steps.h"
 #include "addin/config/Conversions.h"
+#include "addin/config/SValues.h"
 #include "addin/sequences/HomeAll.h"
 
 namespace OrvelCalibrateS {
@@ -39,7 +40,9 @@ PlateType SelectedTipRack(const SequenceContext& context) {
   return plate;
 }
 
-double CurrentSteps(const SequenceContext& context) { return Number(context.Selections.txtCurrentCollect.Text()); }
+double CurrentSteps(const SequenceContext& context) {
+  return SValueOnForm(context.Selections.txtCurrentCollect.Text());
+}
 
 bool ReadZCollision(const IniFiles& files) {
   bool zCollision = false;

@@ -3,8 +3,9 @@
 #include "addin/config/ConfigurationLoad.h"
 #include "addin/config/Conversions.h"
 #include "addin/config/ItemSource.h"
-#include "addin/wizard/ListOperations.h"
 #include "addin/config/Position.h"
+#include "addin/config/SValues.h"
+#include "addin/wizard/ListOperations.h"
 
 namespace OrvelCalibrateS {
 namespace {
@@ -15,15 +16,11 @@ void Select(forms::ComboBox& list, std::int32_t entry) {
 
 /// The value of the list's first serial-dilute head counts; without one the working value stays.
 void WriteSValueOnRecord(SequenceContext& context) {
-  const AxisRecord& axisS = context.Configuration.Records.AxisS;
-  WalkItems(FailureMode::Skip, [&](const std::string& number) {
-    const HeadType head = ReadHeadType(context.Configuration, number);
-    if (head.Kind != SerialDiluteKind) return !head.Name.empty();
-    Skip([&] {
-      context.Selections.txtCurrentCollect.SetText(
-          WholeNumber(head.SDTeachToolOffset * axisS.OffsetSign + head.SPosition));
-    });
-    return false;
+  const auto head = FindHeadOnRecord(context.Configuration, FailureMode::Skip);
+  if (!head) return;
+  Skip([&] {
+    const double onRecord = SValueOnRecord(*head, context.Configuration.Records.AxisS);
+    context.Selections.txtCurrentCollect.SetText(WholeNumber(onRecord));
   });
 }
 

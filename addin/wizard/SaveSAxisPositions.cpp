@@ -2,6 +2,7 @@
 
 #include "addin/config/Conversions.h"
 #include "addin/config/ItemSource.h"
+#include "addin/config/SValues.h"
 
 namespace OrvelCalibrateS {
 namespace {
@@ -35,7 +36,7 @@ CommandText SaveHeads(SequenceContext& context) {
     HeadType head = ReadHeadType(context.Configuration, number);
     if (IsCalibrated(head)) {
       Put(head.SPosition,
-          [&] { return CalibratedSPosition(head, axisS, Number(context.Selections.txtCurrentCollect.Text())); });
+          [&] { return CalibratedSPosition(head, axisS, SValueOnForm(context.Selections.txtCurrentCollect.Text())); });
       Skip([&] { WriteHeadType(files, head, files.MarivaneIni()); });
       AppendCalibrationLines(text, head, axisS);
     }

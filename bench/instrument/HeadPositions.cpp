@@ -5,6 +5,7 @@
 #include "addin/base/Steps.h"
 #include "addin/config/Conversions.h"
 #include "addin/config/HeadType.h"
+#include "addin/config/SValues.h"
 #include "bench/instrument/InstalledFile.h"
 
 namespace Helmsway {
@@ -16,8 +17,9 @@ std::optional<std::int32_t> PositionAfterSave(const HeadType& head, const OrvelC
                                               std::string_view screenText) {
   if (screenText.empty()) return std::nullopt;
   std::optional<std::int32_t> position;
-  OrvelCalibrateS::Put(
-      position, [&] { return OrvelCalibrateS::CalibratedSPosition(head, axisS, OrvelCalibrateS::Number(screenText)); });
+  OrvelCalibrateS::Put(position, [&] {
+    return OrvelCalibrateS::CalibratedSPosition(head, axisS, OrvelCalibrateS::SValueOnForm(screenText));
+  });
   return position;
 }
 

@@ -5,6 +5,7 @@
 #include <limits>
 #include <vector>
 
+#include "addin/config/SValues.h"
 #include "bench/instrument/InstalledFile.h"
 
 namespace Helmsway {
@@ -48,7 +49,7 @@ SyringeDescription DescribeSyringe(const std::filesystem::path& marivaneIni) {
       FindHead(heads, [](const HeadType& found) { return found.Kind == OrvelCalibrateS::SerialDiluteKind; });
   if (head == nullptr) return syringe;
   syringe.toolOffset = WholeSteps(head->SDTeachToolOffset);
-  syringe.onRecord = WholeSteps(axis.OffsetSign * head->SDTeachToolOffset + head->SPosition);
+  syringe.onRecord = WholeSteps(OrvelCalibrateS::SValueOnRecord(*head, axis));
   return syringe;
 }
 
