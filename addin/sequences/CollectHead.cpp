@@ -62,7 +62,7 @@ void CollectHead(SequenceContext& context) {
   Skip([&] { text += Command::Move(Axis::SD_Y, Add(position.SdY1, slot.OffsetY)); });
   text += Command::SetSpeed(Axis::Z, axisZ.SpeedC);
   text += Command::Move(Axis::Z, heights.ZApproach);
-  text += Command::SetSpeed(Axis::Z, 500);
+  text += Command::SetSpeed(Axis::Z, LastStretchSpeed);
   const bool zCollision = ReadZCollision(configuration.Files);
   if (zCollision) text += Command::ZCollisionOff();
   text += Command::Move(Axis::Z, heights.ZSeat);

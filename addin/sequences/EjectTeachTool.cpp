@@ -13,6 +13,9 @@ namespace {
 
 using Command::Axis;
 
+/// Speed of Z with the teach tool on its way to the nest, and afterwards; in the instrument's own unit.
+constexpr std::int32_t teachToolSpeed = 1000;
+
 bool OperatorAgrees(SequenceContext& context) {
   const std::string nest(context.Selections.cboNestType.Text());
   const std::string text = "This feature will eject the teach tool to the " + nest +
@@ -78,7 +81,7 @@ void EjectTeachTool(SequenceContext& context) {
   text += Command::Move(Axis::Z, axisZ.SafePosition);
   Skip([&] { text += Command::Move(Axis::SD_X, Add(position.SdX1, slot.OffsetX)); });
   Skip([&] { text += Command::Move(Axis::SD_Y, Add(position.SdY1, slot.OffsetY)); });
-  text += Command::SetSpeed(Axis::Z, 1000);
+  text += Command::SetSpeed(Axis::Z, teachToolSpeed);
   text += Command::Move(Axis::Z, ZEject);
   text += Command::Move(Axis::S, TeachHead.EjectSPosition);
   text += Command::Move(Axis::Z, axisZ.SafePosition);

@@ -5,9 +5,6 @@
 namespace OrvelCalibrateS {
 namespace {
 
-constexpr std::int16_t upButton = 7;
-constexpr std::int16_t downButton = 8;
-
 /// The rounding of each press stays in the working value.
 void Step(SequenceContext& context, std::int16_t sign) {
   forms::TextBox& txtCurrentCollect = context.Selections.txtCurrentCollect;
@@ -19,13 +16,13 @@ void Step(SequenceContext& context, std::int16_t sign) {
 
 }  // namespace
 
-void JogSAxis(SequenceContext& context, std::int16_t buttonIndex) {
+void JogSAxis(SequenceContext& context, Jog jog) {
   HostChannel& host = context.Host;
   const AxisRecord& axisS = context.Configuration.Records.AxisS;
 
   host.WriteStatus("Moving S Axis");
-  if (buttonIndex == upButton) Step(context, axisS.MoveSign);
-  if (buttonIndex == downButton) Step(context, axisS.OffsetSign);
+  if (jog == Jog::Up) Step(context, axisS.MoveSign);
+  if (jog == Jog::Down) Step(context, axisS.OffsetSign);
 
   // One line and no line end.
   const std::string line =

@@ -6,8 +6,14 @@
 
 namespace OrvelCalibrateS {
 
-/// Moves S by the selected step size: 7 is Up, 8 is Down. With any other index S is driven to the working value as it
-/// stands. No limit is tested. In pass-up mode.
-void JogSAxis(SequenceContext& context, std::int16_t buttonIndex);
+/// Which way a jog goes.
+enum class Jog : std::uint8_t {
+  None,  ///< to the working value as it is
+  Up,
+  Down,
+};
+
+/// Moves S by the selected step size, or to the working value. No limit is tested. In pass-up mode.
+void JogSAxis(SequenceContext& context, Jog jog);
 
 }  // namespace OrvelCalibrateS

@@ -9,6 +9,9 @@ namespace OrvelCalibrateS {
 /// How deep a nest lies on the installed device, in mm.
 double NestDepth(const SharedRecords& records);
 
+/// Speed of Z over the last stretch to the seat, in the instrument's own unit.
+inline constexpr std::int32_t LastStretchSpeed = 500;
+
 /// Z positions of a head over its nest slot, in motor steps. 0 where a step of the arithmetic failed.
 struct SeatHeights {
   std::int32_t ZApproach = 0;  ///< 4 mm short of the seat

@@ -1,13 +1,15 @@
 #pragma once
 
 #include <array>
-#include <cstdint>
+
+#include "addin/wizard/Button.h"
 
 namespace OrvelCalibrateS {
 
-/// The buttons that `SetButtonEnables` drives, in the order of its arguments: Start, Save, Home All, Collect Head,
-/// Collect Tip, Eject Tip, Eject Head, Up, Down.
-inline constexpr std::array<std::int16_t, 9> DrivenButtons{0, 6, 5, 13, 3, 2, 12, 7, 8};
+/// The buttons that `SetButtonEnables` drives, in the order of its arguments.
+inline constexpr std::array DrivenButtons{Button::Start,       Button::Save,       Button::HomeAll,
+                                          Button::CollectHead, Button::CollectTip, Button::EjectTip,
+                                          Button::EjectHead,   Button::Up,         Button::Down};
 
 using ButtonEnables = std::array<bool, DrivenButtons.size()>;
 

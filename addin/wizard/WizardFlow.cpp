@@ -20,56 +20,55 @@ std::span<const WizardFlow::Transition> WizardFlow::Transitions() {
   using F = frmAddIn;
   // clang-format off
   static constexpr std::array transitions{
-      Transition{Initial, 10, None,
+      Transition{Initial, Button::ContinueFromStart, None,
                  {Call(&F::RetrieveConfiguration), Show("fraWarning"), Hide("fraInitial")}, Warning},
-      Transition{Warning, 9, ToolInstalled,
+      Transition{Warning, Button::ContinueWithTool, ToolInstalled,
                  {Hide("fraWarning"), Hide("fraEject"), Hide("fraDoEject"), Hide("fraInitial"),
                   Show("fraMove"), Show("fraTest"),
                   Call(&F::RegisterTeachTool), Call(&F::FillSelectionLists)}, Main},
-      Transition{Warning, 9, ToolUninstalled,
+      Transition{Warning, Button::ContinueWithTool, ToolUninstalled,
                  {Hide("fraWarning"), Show("fraEject"), Hide("fraDoEject"), Hide("fraInitial"),
                   Hide("fraMove"), Hide("fraTest"),
                   Call(&F::WriteStageTexts)}, EjectPrompt},
-      Transition{EjectPrompt, 4, StageEmpty,
+      Transition{EjectPrompt, Button::ContinueToEject, StageEmpty,
                  {Call(&F::WriteEjectingText), Show("fraDoEject"), Hide("fraEject"), Call(&F::EjectHeadToStage)}, Ejecting},
       Transition{Ejecting, Returned, None,
                  {Show("fraEjectDone"), Hide("fraDoEject")}, EjectDone},
-      Transition{EjectDone, 11, None,
+      Transition{EjectDone, Button::ContinueAfterEject, None,
                  {Call(&F::ClearCheckBoxes), Show("fraWarning"), Hide("fraEjectDone")}, Warning},
-      Transition{Main, 14, None,
+      Transition{Main, Button::EjectTeachTool, None,
                  {Enable(EnableSets::AllOff), Call(&F::EjectTeachTool), Enable(EnableSets::NoHead),
                   Show("fraWarning"), Hide("fraEject"), Hide("fraDoEject"), Hide("fraInitial"),
                   Hide("fraMove"), Hide("fraTest")}, Warning},
-      Transition{Main, 0, None,
+      Transition{Main, Button::Start, None,
                  {Call(&F::ShowReferencePointHint), Enable(EnableSets::AllOff),
                   Call(&F::MoveToCalibrationLocation), Enable(EnableSets::AtCalibration)}, Main},
-      Transition{Main, 7, None,
+      Transition{Main, Button::Up, None,
                  {Enable(EnableSets::AllOff), Call(&F::JogUp), Enable(EnableSets::AtCalibration)}, Main},
-      Transition{Main, 8, None,
+      Transition{Main, Button::Down, None,
                  {Enable(EnableSets::AllOff), Call(&F::JogDown), Enable(EnableSets::AtCalibration)}, Main},
-      Transition{Main, 6, None,
+      Transition{Main, Button::Save, None,
                  {Enable(EnableSets::AllOff), Call(&F::VerifyAndSave), Enable(EnableSets::AtCalibration)}, Main},
-      Transition{Main, 5, None,
+      Transition{Main, Button::HomeAll, None,
                  {Enable(EnableSets::AllOff), Call(&F::HomeAllAxes), Enable(EnableSets::AfterHome)}, Main},
-      Transition{Main, 3, None,
+      Transition{Main, Button::CollectTip, None,
                  {Enable(EnableSets::AllOff), Call(&F::CollectTip), Enable(EnableSets::TipOn)}, Main},
-      Transition{Main, 2, None,
+      Transition{Main, Button::EjectTip, None,
                  {Enable(EnableSets::AllOff), Call(&F::EjectTip), Enable(EnableSets::HeadReady)}, Main},
-      Transition{Main, 12, None,
+      Transition{Main, Button::EjectHead, None,
                  {Enable(EnableSets::AllOff), Call(&F::EjectHead), Call(&F::ForgetRack),
                   Enable(EnableSets::NoHead)}, Main},
-      Transition{Main, 13, None,
+      Transition{Main, Button::CollectHead, None,
                  {Enable(EnableSets::AllOff), Call(&F::CollectHead), Call(&F::ForgetRack),
                   Enable(EnableSets::HeadReady)}, Main},
-      Transition{Main, 16, None, {Call(&F::RequestStop)}, Main},
-      // The Stop button of the panel that covers button 16.
-      Transition{Ejecting, 1, None, {Call(&F::RequestStop)}, Ejecting},
+      Transition{Main, Button::Stop, None, {Call(&F::RequestStop)}, Main},
+      Transition{Ejecting, Button::StopEjecting, None, {Call(&F::RequestStop)}, Ejecting},
   };
   // clang-format on
   return transitions;
 }
 
-void WizardFlow::Press(frmAddIn& form, std::int16_t button) {
+void WizardFlow::Press(frmAddIn& form, Button button) {
   for (const Transition& transition : Transitions()) {
     if (transition.event != button || !Holds(form, transition.guard)) continue;
     Perform(form, transition);

@@ -6,6 +6,7 @@
 #include <span>
 #include <string_view>
 
+#include "addin/wizard/Button.h"
 #include "addin/wizard/EnableSets.h"
 #include "addin/wizard/frmAddIn.h"
 
@@ -21,7 +22,7 @@ struct WizardFlow {
 
   /// The event of a row that follows by itself when the row that leads to its state has been performed: no index that a
   /// button could have.
-  static constexpr std::int16_t Returned = std::numeric_limits<std::int16_t>::min();
+  static constexpr Button Returned{std::numeric_limits<std::int16_t>::min()};
 
   /// One step of a transition, and a step in the sense of skip mode.
   struct Action {
@@ -35,7 +36,7 @@ struct WizardFlow {
 
   struct Transition {
     State from;
-    std::int16_t event;  ///< index of the button, or `Returned`
+    Button event;  ///< the button, or `Returned`
     Guard guard;
     std::array<Action, 9> actions;  ///< in order; those behind the last are `None`
     State to;
@@ -44,7 +45,7 @@ struct WizardFlow {
   static std::span<const Transition> Transitions();
 
   /// Performs what the press of that button brings about; nothing when no row fits.
-  static void Press(frmAddIn& form, std::int16_t button);
+  static void Press(frmAddIn& form, Button button);
 
  private:
   static bool Holds(frmAddIn& form, Guard guard);

@@ -23,7 +23,7 @@
 namespace OrvelCalibrateS {
 namespace {
 
-constexpr bool IsStopButton(std::int16_t index) { return index == 1 || index == 16; }
+constexpr bool IsStop(Button button) { return button == Button::StopEjecting || button == Button::Stop; }
 
 constexpr std::int16_t captionKey = 101;
 
@@ -118,21 +118,26 @@ void frmAddIn::ConnectHandlers() {
 
 void frmAddIn::cmdButton_Click(std::int16_t index) {
   // What runs now may be nested in a send: only a Stop may then act, or it could be taken back.
-  if (host_.LineUnderWay() && !IsStopButton(index)) return;
+  const Button button{index};
+  if (host_.LineUnderWay() && !IsStop(button)) return;
   Skip([&] { host_.WriteStopRequested(false); });
-  WizardFlow::Press(*this, index);
+  WizardFlow::Press(*this, button);
 }
 
-void frmAddIn::chkStageEmpty_Click() { Button(4).SetEnabled(Check("chkStageEmpty").Value() != 0); }
+void frmAddIn::chkStageEmpty_Click() {
+  cmdButton(Button::ContinueToEject).SetEnabled(Check("chkStageEmpty").Value() != 0);
+}
 
 void frmAddIn::chkToolInstalled_Click() {
   if (Check("chkToolInstalled").Value() == 1) Check("chkToolUninstalled").SetValue(0);
-  Button(9).SetEnabled(Check("chkToolInstalled").Value() != 0 || Check("chkToolUninstalled").Value() != 0);
+  cmdButton(Button::ContinueWithTool)
+      .SetEnabled(Check("chkToolInstalled").Value() != 0 || Check("chkToolUninstalled").Value() != 0);
 }
 
 void frmAddIn::chkToolUninstalled_Click() {
   if (Check("chkToolUninstalled").Value() == 1) Check("chkToolInstalled").SetValue(0);
-  Button(9).SetEnabled(Check("chkToolInstalled").Value() != 0 || Check("chkToolUninstalled").Value() != 0);
+  cmdButton(Button::ContinueWithTool)
+      .SetEnabled(Check("chkToolInstalled").Value() != 0 || Check("chkToolUninstalled").Value() != 0);
 }
 
 void frmAddIn::picFrame_Click() {
@@ -140,7 +145,7 @@ void frmAddIn::picFrame_Click() {
 }
 
 void frmAddIn::SetButtonEnables(const ButtonEnables& enables) {
-  for (std::size_t i = 0; i < DrivenButtons.size(); ++i) SetButtonEnabled(Button(DrivenButtons[i]), enables[i]);
+  for (std::size_t i = 0; i < DrivenButtons.size(); ++i) SetButtonEnabled(cmdButton(DrivenButtons[i]), enables[i]);
 }
 
 void frmAddIn::SetButtonEnabled(forms::Control& button, bool enabled) {
@@ -195,8 +200,8 @@ void frmAddIn::HomeAllAxes() {
 
 void frmAddIn::MoveToCalibrationLocation() { OrvelCalibrateS::MoveToCalibrationLocation(context_); }
 
-void frmAddIn::JogUp() { JogSAxis(context_, 7); }
-void frmAddIn::JogDown() { JogSAxis(context_, 8); }
+void frmAddIn::JogUp() { JogSAxis(context_, Jog::Up); }
+void frmAddIn::JogDown() { JogSAxis(context_, Jog::Down); }
 void frmAddIn::CollectTip() { OrvelCalibrateS::CollectTip(context_); }
 void frmAddIn::EjectTip() { OrvelCalibrateS::EjectTip(context_); }
 void frmAddIn::CollectHead() { OrvelCalibrateS::CollectHead(context_); }
@@ -216,7 +221,7 @@ void frmAddIn::VerifyAndSave() {
 bool frmAddIn::VerifyCalibratedPosition() {
   host_.WriteStatus("Verifying calibrated position");
   host_.SendDeviceCommand(Command::HomeS());
-  JogSAxis(context_, 0);
+  JogSAxis(context_, Jog::None);
   const forms::MessageAnswer answer =
       form_.ShowMessage(VerifyQuestion.title, VerifyQuestion.text, VerifyQuestion.buttons, VerifyQuestion.icon);
   host_.WriteStatus("");

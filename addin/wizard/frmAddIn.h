@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "addin/sequences/SequenceContext.h"
+#include "addin/wizard/Button.h"
 #include "addin/wizard/EnableSets.h"
 #include "forms/Form.h"
 
@@ -82,7 +83,7 @@ class frmAddIn : public std::enable_shared_from_this<frmAddIn> {
   void RequestStop();
   void ForgetRack() { flags_.AtRack = false; }
 
-  forms::Control& Button(std::int16_t index) { return form_.Get("cmdButton", index); }
+  forms::Control& cmdButton(Button button) { return form_.Get("cmdButton", IndexOf(button)); }
   forms::CheckBox& Check(std::string_view name) { return form_.Get<forms::CheckBox>(name); }
 
   const IniFiles& files_;

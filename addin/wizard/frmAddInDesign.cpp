@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "addin/wizard/Button.h"
+
 namespace OrvelCalibrateS {
 namespace {
 
@@ -24,24 +26,25 @@ ControlDesign Panel(std::string_view name, Rectangle bounds, std::string_view ca
   return row;
 }
 
-ControlDesign Button(std::int16_t index, std::string_view container, Rectangle bounds, std::string_view caption,
-                     Usable usable = Usable::Yes) {
-  ControlDesign row{.kind = ControlKind::CommandButton, .name = "cmdButton", .index = index, .container = container};
+ControlDesign PushButton(Button button, std::string_view container, Rectangle bounds, std::string_view caption,
+                         Usable usable = Usable::Yes) {
+  ControlDesign row{
+      .kind = ControlKind::CommandButton, .name = "cmdButton", .index = IndexOf(button), .container = container};
   row.bounds = bounds;
   row.caption = caption;
   row.enabled = usable == Usable::Yes;
   return row;
 }
 
-ControlDesign StopButton(std::int16_t index, std::string_view container, Rectangle bounds) {
-  ControlDesign row = Button(index, container, bounds, "Stop");
+ControlDesign StopButton(Button button, std::string_view container, Rectangle bounds) {
+  ControlDesign row = PushButton(button, container, bounds, "Stop");
   row.backColor = forms::Rgb{255, 128, 128};
   row.bold = true;
   return row;
 }
 
-ControlDesign ArrowButton(std::int16_t index, std::string_view container, Rectangle bounds, Arrow arrow) {
-  ControlDesign row = Button(index, container, bounds, "");
+ControlDesign ArrowButton(Button button, std::string_view container, Rectangle bounds, Arrow arrow) {
+  ControlDesign row = PushButton(button, container, bounds, "");
   row.arrow = arrow;
   return row;
 }
@@ -82,7 +85,7 @@ ControlDesign Background() {
 }  // namespace
 
 std::span<const forms::ControlDesign> FormDesign() {
-  // Two pages: fraMove and fraTest make the main page, beside which buttons 5 and 16 stand free; each of the other
+  // Two pages: fraMove and fraTest make the main page, beside which Home All and Stop are free; each of the other
   // panels fills the whole area and covers those two.
   static const std::array design{
       Background(),
@@ -94,11 +97,11 @@ std::span<const forms::ControlDesign> FormDesign() {
       Panel("fraInitial", wholePage, "", Shown::Yes),
       Panel("fraEjectDone", wholePage, "", Shown::No),
       Panel("fraWarning", wholePage, "", Shown::No),
-      StopButton(16, "picFrame", {6480, 1560, 1695, 375}),
-      Button(5, "picFrame", {6480, 1080, 1695, 375}, "Home All"),
+      StopButton(Button::Stop, "picFrame", {6480, 1560, 1695, 375}),
+      PushButton(Button::HomeAll, "picFrame", {6480, 1080, 1695, 375}, "Home All"),
       Label("lblTitle", NoIndex, "picFrame", {120, 180, 8295, 405}, "Calibrate Syringe Axis"),
 
-      Button(10, "fraInitial", {6240, 4800, 1695, 375}, "Continue"),
+      PushButton(Button::ContinueFromStart, "fraInitial", {6240, 4800, 1695, 375}, "Continue"),
       Label("Label4", NoIndex, "fraInitial", {480, 960, 7335, 855},
             "Please ensure that the Marivane is switched on and is in Remote Mode before you continue with this "
             "calibration."),
@@ -112,32 +115,32 @@ std::span<const forms::ControlDesign> FormDesign() {
       Check("chkToolInstalled", "fraWarning", {720, 2400, 6855, 375},
             "A teaching tool is installed and Stage Position 2 is empty"),
       Check("chkToolUninstalled", "fraWarning", {720, 2880, 6855, 375}, "A teaching tool is NOT installed"),
-      Button(9, "fraWarning", {6240, 4800, 1695, 375}, "Continue", Usable::No),
+      PushButton(Button::ContinueWithTool, "fraWarning", {6240, 4800, 1695, 375}, "Continue", Usable::No),
 
       Label("lblContinue", 0, "fraEject", {480, 720, 7335, 615},
             "The pipette head that is currently installed in the pipette module will be ejected to Stage Position 2."),
       Label("lblContinue", 1, "fraEject", {480, 1440, 7335, 615},
             "Please confirm that Stage Position 2 is empty and click 'Continue' to eject the pipette head."),
       Check("chkStageEmpty", "fraEject", {720, 2400, 6855, 375}, "Stage Position 2 is empty"),
-      Button(4, "fraEject", {6240, 4800, 1695, 375}, "Continue", Usable::No),
+      PushButton(Button::ContinueToEject, "fraEject", {6240, 4800, 1695, 375}, "Continue", Usable::No),
 
       Label("lblEjecting", NoIndex, "fraDoEject", {480, 1920, 7335, 615}, "Ejecting the pipette head to Stage 2...",
             Alignment::Center),
-      StopButton(1, "fraDoEject", {3300, 2880, 1695, 375}),
+      StopButton(Button::StopEjecting, "fraDoEject", {3300, 2880, 1695, 375}),
 
       Label("Label3", NoIndex, "fraEjectDone", {480, 1920, 7335, 615}, "Please remove the ejected pipette head.",
             Alignment::Center),
-      Button(11, "fraEjectDone", {6240, 4800, 1695, 375}, "Continue"),
+      PushButton(Button::ContinueAfterEject, "fraEjectDone", {6240, 4800, 1695, 375}, "Continue"),
 
       Label("lblField", 5, "fraMove", {240, 420, 1455, 255}, "Step size"),
       List("cboCollectStep", "fraMove", {1800, 375, 1335, 315}, "0.1 mm\n1 mm"),
       Label("lblField", 28, "fraMove", {240, 960, 1455, 255}, "Current steps"),
       LockedText("txtCurrentCollect", "fraMove", {1800, 915, 1335, 315}),
-      Button(0, "fraMove", {240, 2085, 1215, 375}, "Start"),
-      Button(14, "fraMove", {2880, 2085, 1635, 375}, "Eject Teach Tool"),
-      Button(6, "fraMove", {1560, 2085, 1215, 375}, "Save", Usable::No),
-      ArrowButton(7, "fraMove", {3600, 300, 735, 735}, Arrow::Up),
-      ArrowButton(8, "fraMove", {3600, 1140, 735, 735}, Arrow::Down),
+      PushButton(Button::Start, "fraMove", {240, 2085, 1215, 375}, "Start"),
+      PushButton(Button::EjectTeachTool, "fraMove", {2880, 2085, 1635, 375}, "Eject Teach Tool"),
+      PushButton(Button::Save, "fraMove", {1560, 2085, 1215, 375}, "Save", Usable::No),
+      ArrowButton(Button::Up, "fraMove", {3600, 300, 735, 735}, Arrow::Up),
+      ArrowButton(Button::Down, "fraMove", {3600, 1140, 735, 735}, Arrow::Down),
 
       Label("lblField", 0, "fraTest", {240, 420, 1215, 255}, "Nest Type"),
       Label("lblField", 1, "fraTest", {240, 900, 1215, 255}, "Head Type"),
@@ -149,10 +152,10 @@ std::span<const forms::ControlDesign> FormDesign() {
       List("cboPosition", "fraTest", {5640, 855, 2415, 315}),
       List("cboTipRack", "fraTest", {5640, 375, 2415, 315}),
       List("cboTipType", "fraTest", {1560, 1335, 2415, 315}),
-      Button(13, "fraTest", {240, 2040, 1695, 375}, "Collect Head", Usable::No),
-      Button(3, "fraTest", {2280, 2040, 1695, 375}, "Collect Tip", Usable::No),
-      Button(2, "fraTest", {4320, 2040, 1695, 375}, "Eject Tip", Usable::No),
-      Button(12, "fraTest", {6360, 2040, 1695, 375}, "Eject Head", Usable::No),
+      PushButton(Button::CollectHead, "fraTest", {240, 2040, 1695, 375}, "Collect Head", Usable::No),
+      PushButton(Button::CollectTip, "fraTest", {2280, 2040, 1695, 375}, "Collect Tip", Usable::No),
+      PushButton(Button::EjectTip, "fraTest", {4320, 2040, 1695, 375}, "Eject Tip", Usable::No),
+      PushButton(Button::EjectHead, "fraTest", {6360, 2040, 1695, 375}, "Eject Head", Usable::No),
   };
   return design;
 }
