@@ -16,7 +16,7 @@ class RackSequences : public SequenceTest {
   static constexpr const char* CollectTip = "click 3\n";
   static constexpr const char* EjectTip = "click 2\n";
 
-  // -443 - 64 is -379 with the tip; the plate is 116 steps high, the lift 132.
+  // -443 + 64 is -379 with the tip; the plate is 116 steps high, the lift 132.
   const std::string ToRack =
       "status Moving to rack\nMOVE X 50\nMOVE SLIDER_CLOSED\nMOVE X 1100\nMOVE Y 1200\nMOVE SD_X 100\nMOVE SD_Y 110\n"
       "MOVE S 500\nMOVE Z -247\nstatus\n";
