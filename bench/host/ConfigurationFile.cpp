@@ -57,7 +57,7 @@ FileProblem EditFile(const std::string& path, const WriteTerms& terms, Edit edit
   if (!target) return ProblemAfter(errno, path);
   const std::string& name = target->name;
   if (name.empty()) return NotAFileProblem(path);
-  const FolderLock lock(target->folder, terms.patience);
+  const FolderLock lock(target->folder, terms.patience, terms.isGivenUp);
   if (!lock) return ProblemAfter(lock.Error(), name);
   const int folder = lock.Folder();
   if (FileProblem problem = UndoInterruptedWrite(folder, name, terms.durability)) return problem;
@@ -67,7 +67,7 @@ FileProblem EditFile(const std::string& path, const WriteTerms& terms, Edit edit
   for (int attempt = 0; attempt < mostAttempts; ++attempt) {
     const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
     FileContents old;
-    const Reading reading = ReadStillFile(folder, name, left, old);
+    const Reading reading = ReadStillFile(folder, name, left, old, terms.isGivenUp);
     if (reading == Reading::Failed) return ProblemAfter(errno, name);
     if (reading == Reading::Restless) return RestlessProblem();
     if (IsUtf16(old.bytes)) return Utf16Problem(name);

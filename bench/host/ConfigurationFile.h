@@ -17,6 +17,9 @@ struct WriteTerms {
   /// How long to wait for other writers of the folder, and again for a program that keeps changing the file. A disk
   /// that is busy can hold a writer up for seconds, and with it all that wait.
   std::chrono::milliseconds patience{20'000};
+  /// Asked while an edit waits, if there is one: true ends the wait, and the edit fails. An edit that has begun to
+  /// write asks no more.
+  bool (*isGivenUp)() noexcept = nullptr;
 };
 
 /// As `WithValue` says. Makes a file that is missing; leaves one alone that says so already.

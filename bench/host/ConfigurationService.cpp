@@ -81,7 +81,7 @@ Result ConfigurationService::ReadIni(Text section, Text key, Text filePath, Text
 Result ConfigurationService::WriteIni(Text section, Text key, Text filePath, Text value) noexcept {
   return AtFile(AsView(filePath), [&](std::string_view path) {
     Forget(path);
-    WriteTerms terms{durability_, patience_};
+    WriteTerms terms{durability_, patience_, isGivenUp_};
     // A save of many values waits for a program that doesn't let go once, and not for each value.
     if (wasBusy_) terms.patience = std::min(patience_, std::chrono::milliseconds(250));
     lastProblem_ = SetIniValue(std::string(path), AsView(section), AsView(key), AsView(value), terms);

@@ -33,8 +33,9 @@ namespace Helmsway {
 class ConfigurationService final : public OrvelCalibrateS::Implements<HelmswayCmds::IIniService> {
  public:
   explicit ConfigurationService(Durability durability = Durability::Flushed,
-                                std::chrono::milliseconds patience = WriteTerms().patience)
-      : durability_(durability), patience_(patience) {}
+                                std::chrono::milliseconds patience = WriteTerms().patience,
+                                bool (*isGivenUp)() noexcept = nullptr)
+      : durability_(durability), patience_(patience), isGivenUp_(isGivenUp) {}
 
   HelmswayCmds::Result ReadIni(HelmswayCmds::Text section, HelmswayCmds::Text key, HelmswayCmds::Text filePath,
                                HelmswayCmds::Text defaultValue, HelmswayCmds::ITextTarget& value) noexcept override;
@@ -72,6 +73,7 @@ class ConfigurationService final : public OrvelCalibrateS::Implements<HelmswayCm
 
   Durability durability_;
   std::chrono::milliseconds patience_;
+  bool (*isGivenUp_)() noexcept;
   FileProblem lastProblem_;
   bool wasBusy_ = false;  ///< by the last write
   std::unordered_set<std::string> opened_;

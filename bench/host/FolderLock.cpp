@@ -11,7 +11,7 @@
 
 namespace Helmsway {
 
-FolderLock::FolderLock(const std::string& folder, std::chrono::milliseconds patience)
+FolderLock::FolderLock(const std::string& folder, std::chrono::milliseconds patience, bool (*isGivenUp)() noexcept)
     : folder_(OpenFile(AT_FDCWD, folder, O_RDONLY | O_DIRECTORY)) {
   using Clock = std::chrono::steady_clock;
   if (!folder_) {
@@ -26,6 +26,7 @@ FolderLock::FolderLock(const std::string& folder, std::chrono::milliseconds pati
   for (auto pause = shortest;; pause = std::min(pause * 2, longest)) {
     error_ = Uninterrupted([&] { return flock(folder_.Get(), LOCK_EX | LOCK_NB); }) == 0 ? 0 : errno;
     if (error_ != EWOULDBLOCK || Clock::now() >= end) return;
+    if (isGivenUp != nullptr && isGivenUp()) return;
     std::this_thread::sleep_for(pause);
   }
 }

@@ -12,8 +12,8 @@ namespace Helmsway {
 /// that is killed. A folder of a network is locked among the programs of one computer only.
 class FolderLock {
  public:
-  /// Waits for at most `patience`.
-  FolderLock(const std::string& folder, std::chrono::milliseconds patience);
+  /// Waits for at most `patience`, and no longer than until `isGivenUp`, if there is one, says so.
+  FolderLock(const std::string& folder, std::chrono::milliseconds patience, bool (*isGivenUp)() noexcept = nullptr);
 
   /// False when the folder can't be opened or locked.
   explicit operator bool() const noexcept { return error_ == 0; }

@@ -56,7 +56,8 @@ bool IsWhole(const FileStamp& stamp) {
 
 }  // namespace
 
-Reading ReadStillFile(int folder, const std::string& name, std::chrono::milliseconds patience, FileContents& contents) {
+Reading ReadStillFile(int folder, const std::string& name, std::chrono::milliseconds patience, FileContents& contents,
+                      bool (*isGivenUp)() noexcept) {
   constexpr std::chrono::milliseconds pause{5};
   const auto end = Clock::now() + patience;
   FileStamp seen;
@@ -80,7 +81,7 @@ Reading ReadStillFile(int folder, const std::string& name, std::chrono::millisec
         return Reading::Present;
       }
     }
-    if (Clock::now() >= end) return Reading::Restless;
+    if (Clock::now() >= end || (isGivenUp != nullptr && isGivenUp())) return Reading::Restless;
     std::this_thread::sleep_for(pause);
   }
 }

@@ -22,8 +22,10 @@ enum class Reading {
   Failed,    ///< `errno` says why
 };
 
-/// The file once it is still, waiting for at most `patience`. `contents` stays as it was but for `Present`.
-Reading ReadStillFile(int folder, const std::string& name, std::chrono::milliseconds patience, FileContents& contents);
+/// The file once it is still, waiting for at most `patience`, and no longer than until `isGivenUp`, if there is one,
+/// says so. `contents` stays as it was but for `Present`.
+Reading ReadStillFile(int folder, const std::string& name, std::chrono::milliseconds patience, FileContents& contents,
+                      bool (*isGivenUp)() noexcept = nullptr);
 
 /// To be called when all bytes are written: the file counts as whole from then on. Without effect, but for waiting
 /// writers, where the file belongs to another user.

@@ -47,7 +47,7 @@ Player::Player(const AddInLibrary& library, std::string marivaneIni, InstrumentK
   *losableConnection_.Out() = new LosableConnection(Ref<HelmswayCmds::IParentConnection>(connection_.Get()),
                                                     [this] { return LinkReachable(); });
   *window_.Out() = new HostWindow(*this);
-  *files_.Out() = new ConfigurationService(durability_);
+  *files_.Out() = new ConfigurationService(durability_, WriteTerms().patience, &Interruption::Requested);
   Ref<HelmswayCmds::IIniService> shielded;
   *shielded.Out() = new ShieldedIniService(Ref<HelmswayCmds::IIniService>(files_.Get()));
   *iniService_.Out() = new HostIniService(*this, std::move(shielded));
@@ -240,9 +240,10 @@ void Player::ReadMember(const std::string& name) {
 void Player::EditFile(const Action& action) {
   const std::vector<std::string>& words = action.arguments;
   const Interruption::Shield shield;
+  const WriteTerms terms{durability_, WriteTerms().patience, &Interruption::Requested};
   const FileProblem problem = action.kind == ActionKind::FileSet
-                                  ? SetIniValue(marivaneIni_, words[0], words[1], words[2], {durability_})
-                                  : RemoveIniValue(marivaneIni_, words[0], words[1], {durability_});
+                                  ? SetIniValue(marivaneIni_, words[0], words[1], words[2], terms)
+                                  : RemoveIniValue(marivaneIni_, words[0], words[1], terms);
   if (problem) throw std::runtime_error("Marivane.ini can't be edited: " + action.text + ": " + problem.sentence);
 }
 

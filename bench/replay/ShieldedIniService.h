@@ -9,7 +9,8 @@
 
 namespace Helmsway {
 
-/// Passes each call on to another service. A signal that asks the program to end lets a write come to its end first.
+/// Passes each call on to another service. A signal that asks the program to end lets a write come to its end first,
+/// so the other service must give up its waits for other programs when `Interruption::Requested`.
 class ShieldedIniService final : public OrvelCalibrateS::Implements<HelmswayCmds::IIniService> {
  public:
   explicit ShieldedIniService(OrvelCalibrateS::Ref<HelmswayCmds::IIniService> service) : service_(std::move(service)) {}

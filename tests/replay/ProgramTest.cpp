@@ -14,6 +14,7 @@
 #include <thread>
 #include <vector>
 
+#include "bench/host/FolderLock.h"
 #include "tests/host/TemporaryFolder.h"
 
 // The program itself, as the shell and the terminal see it.
@@ -174,6 +175,25 @@ TEST(Program, ASignalLetsTheWriteThatIsUnderWayComeToItsEnd) {
     EXPECT_EQ(folder.Names(), (std::set<std::string>{"Marivane.ini", "script", "trace"}));
     EXPECT_EQ(folder.Read("trace"), "old");
     EXPECT_TRUE(folder.Read("Marivane.ini").ends_with("=1\r\n"));
+    EXPECT_EQ(temporary.Names(), std::set<std::string>{});
+  }
+}
+
+TEST(Program, ASignalEndsTheWaitForAnotherWriter) {
+  const TemporaryFolder folder;
+  const TemporaryFolder temporary;
+  folder.Write("file", "file set A Key 1\n");
+  folder.Write("save", "answer ok\nhost SaveChanges\n");
+  const FolderLock otherWriter(folder.PathOf(""), std::chrono::milliseconds(0));
+  ASSERT_TRUE(otherWriter);
+  for (const char* script : {"file", "save"}) {
+    Running run({"--in-place", "--config", folder.PathOf(""), folder.PathOf(script)}, temporary.PathOf(""));
+    ASSERT_TRUE(Soon([&] { return run.Waits(); }));
+    const auto begin = std::chrono::steady_clock::now();
+    run.Signal(SIGTERM);
+    EXPECT_EQ(run.Ended(), -SIGTERM);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, Patience / 4) << script;
+    EXPECT_EQ(folder.Names(), (std::set<std::string>{"file", "save"}));
     EXPECT_EQ(temporary.Names(), std::set<std::string>{});
   }
 }
