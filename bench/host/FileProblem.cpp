@@ -64,6 +64,11 @@ FileProblem InterruptedProblem(const std::string& path, const std::string& kept)
                                  ", which has the old text, and delete that"};
 }
 
+FileProblem UnreadableRecordProblem(const std::string& path, const std::string& kept) {
+  return {Kind::Interrupted, "a write of " + NameOf(path) + " by another user was cut off, and you may not read " +
+                                 kept + ", which has the old text"};
+}
+
 FileProblem BadTextProblem(const std::string& what) { return {Kind::BadText, what}; }
 
 }  // namespace Helmsway

@@ -42,6 +42,8 @@ FileProblem Utf16Problem(const std::string& path);
 FileProblem BusyProblem(const std::string& what);
 /// `kept` is the path of the bytes that were kept from before the write.
 FileProblem InterruptedProblem(const std::string& path, const std::string& kept);
+/// The same for bytes that were kept by another user's program.
+FileProblem UnreadableRecordProblem(const std::string& path, const std::string& kept);
 FileProblem BadTextProblem(const std::string& what);
 
 }  // namespace Helmsway

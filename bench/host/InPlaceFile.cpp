@@ -97,6 +97,7 @@ Replacement WriteInPlace(int folder, const std::string& name, std::string_view b
 FileProblem InterruptedWriteObstacle(int folder, const std::string& name) {
   const auto record = KeptBytes(folder, name).Find();
   FileContents contents;
+  if (record && !record->isReadable) return UnreadableRecordProblem(name, record->path);
   if (!record || !record->isWhole || ReadWholeFileAt(folder, name, contents) != FilePresence::Present) return {};
   return IsMixture(contents.bytes, record->old, record->now) ? FileProblem() : InterruptedProblem(name, record->path);
 }
@@ -105,6 +106,7 @@ FileProblem UndoInterruptedWrite(int folder, const std::string& name, Durability
   const KeptBytes kept(folder, name);
   const auto record = kept.Find();
   if (!record) return {};
+  if (!record->isReadable) return UnreadableRecordProblem(name, record->path);
   FileContents contents;
   const FilePresence presence = ReadWholeFileAt(folder, name, contents);
   if (presence == FilePresence::Failed) return ProblemAfter(errno, name);

@@ -13,6 +13,7 @@
 #include "bench/host/AtomicFile.h"
 #include "bench/host/FileDescriptor.h"
 #include "bench/host/SystemCalls.h"
+#include "bench/host/TemporaryFile.h"
 
 namespace Helmsway {
 namespace {
@@ -54,9 +55,12 @@ std::optional<std::size_t> TakeNumber(std::string_view& text, char end) {
 
 std::optional<KeptBytes::Record> KeptBytes::Find() const {
   const Place beside = Beside();
-  if (auto record = FindAt(beside)) return record;
-  // The refuge is only used by a user who may not write in the folder.
-  if (faccessat(folder_, ".", W_OK, AT_EACCESS) == 0) return std::nullopt;
+  const bool isBesideTrusted = IsBesideTrusted();
+  if (isBesideTrusted) {
+    if (auto record = FindAt(beside)) return record;
+  }
+  // The refuge is only used by a user who may not write in the folder, or who finds the place beside taken.
+  if (isBesideTrusted && faccessat(folder_, ".", W_OK, AT_EACCESS) == 0) return std::nullopt;
   const std::optional<Place> elsewhere = Elsewhere();
   return elsewhere ? FindAt(*elsewhere) : std::nullopt;
 }
@@ -73,7 +77,7 @@ bool KeptBytes::Remove(Durability durability) const {
     return unlinkat(place.folder, place.name.c_str(), 0) == 0 || errno == ENOENT;
   };
   const Place beside = Beside();
-  if (faccessat(folder_, beside.name.c_str(), F_OK, AT_SYMLINK_NOFOLLOW) == 0) {
+  if (faccessat(folder_, beside.name.c_str(), F_OK, AT_SYMLINK_NOFOLLOW) == 0 && IsBesideTrusted()) {
     if (!remove(beside)) return false;
     // A record that came back after a power failure would be taken for that of a write that was cut off.
     if (durability == Durability::Flushed) Uninterrupted([&] { return fsync(folder_); });
@@ -86,6 +90,20 @@ KeptBytes::Place KeptBytes::Beside() const {
   constexpr std::size_t mostOfName = 200;  // the whole must not become longer than file names may be
   std::string name = "." + name_.substr(0, mostOfName) + ".kept";
   return {folder_, name, name};
+}
+
+bool KeptBytes::IsBesideTrusted() const {
+  struct stat record {};
+  struct stat folder {};
+  struct stat file {};
+  const std::string name = Beside().name;
+  if (fstatat(folder_, name.c_str(), &record, AT_SYMLINK_NOFOLLOW) != 0) return true;
+  if (record.st_uid == 0 || record.st_uid == geteuid()) return true;
+  // Where no folder is sticky, the one who made the record can replace the file as well.
+  if (fstat(folder_, &folder) != 0) return false;
+  if ((folder.st_mode & S_ISVTX) == 0 || record.st_uid == folder.st_uid) return true;
+  if (fstatat(folder_, name_.c_str(), &file, 0) != 0) return false;
+  return record.st_uid == file.st_uid || (file.st_mode & S_IWOTH) != 0;
 }
 
 std::optional<KeptBytes::Place> KeptBytes::Elsewhere() const {
@@ -111,6 +129,11 @@ bool KeptBytes::KeepAt(const Place& place, std::string_view old, std::string_vie
   if (unlinkat(place.folder, place.name.c_str(), 0) != 0 && errno != ENOENT) return false;
   FileDescriptor file = OpenFile(place.folder, place.name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, Private);
   if (!file) return false;
+  struct stat status {};
+  // Another user's program that may write the file may have to undo the write.
+  if (place.folder == folder_ && fstatat(folder_, name_.c_str(), &status, 0) == 0) {
+    TakeOverRights(file.Get(), status);
+  }
   std::string head(Mark);
   head.append(std::to_string(old.size())).append(" ").append(std::to_string(now.size())).append("\n");
   head.append(WholePath()).append("\n");
@@ -130,6 +153,7 @@ bool KeptBytes::KeepAt(const Place& place, std::string_view old, std::string_vie
 
 std::optional<KeptBytes::Record> KeptBytes::FindAt(const Place& place) const {
   const FileDescriptor file = OpenFile(place.folder, place.name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY);
+  if (!file && errno == EACCES && place.folder == folder_) return Record{place.path, false};
   struct stat status {};
   // In a folder that others may write, only a file of this user is ours.
   if (!file || fstat(file.Get(), &status) != 0) return std::nullopt;

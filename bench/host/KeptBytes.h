@@ -14,7 +14,8 @@ namespace Helmsway {
 ///
 /// It is a file beside the one that is written, `.Marivane.ini.kept`; where the folder can't be written, one in
 /// `/var/tmp`, which outlives a restart of the computer, named after the user and the path. First three lines of text:
-/// a mark, the two sizes, the path that the file had; then the old bytes, then the new ones.
+/// a mark, the two sizes, the path that the file had; then the old bytes, then the new ones. Beside the file, it has
+/// the rights of the file.
 class KeptBytes {
  public:
   KeptBytes(int folder, std::string name) : folder_(folder), name_(std::move(name)) {}
@@ -23,12 +24,14 @@ class KeptBytes {
   KeptBytes& operator=(const KeptBytes&) = delete;
 
   struct Record {
-    std::string path;      ///< of the file of kept bytes, for people
-    bool isWhole = false;  ///< one that isn't was left by a writer that hadn't touched the file yet
+    std::string path;        ///< of the file of kept bytes, for people
+    bool isReadable = true;  ///< false for one that another user's writer has left, and this user may not read
+    bool isWhole = false;    ///< one that isn't was left by a writer that hadn't touched the file yet
     std::string old{};
     std::string now{};
   };
-  /// What an earlier writer left.
+  /// What an earlier writer left. In a sticky folder any user may make such a file, so there only those count that are
+  /// of this user, the superuser, the owner of file or folder, or of anyone who may write the file.
   std::optional<Record> Find() const;
 
   /// False, with `errno` set, when there is no place for them.
@@ -48,6 +51,7 @@ class KeptBytes {
   std::string WholePath() const;
   bool KeepAt(const Place& place, std::string_view old, std::string_view now, Durability durability) const;
   std::optional<Record> FindAt(const Place& place) const;
+  bool IsBesideTrusted() const;
 
   int folder_;
   std::string name_;

@@ -104,19 +104,17 @@ TemporaryFile::~TemporaryFile() {
   if (isThere_) unlinkat(folder_, name_.c_str(), 0);
 }
 
-bool TemporaryFile::TakeOver(const struct stat& status) {
+bool TakeOverRights(int file, const struct stat& status) {
   struct stat own {};
-  if (fstat(descriptor_.Get(), &own) != 0) return false;
+  if (fstat(file, &own) != 0) return false;
   // The owner comes first, because a change of owner takes mode bits away.
-  const bool hasGroup =
-      own.st_gid == status.st_gid || fchown(descriptor_.Get(), static_cast<uid_t>(-1), status.st_gid) == 0;
-  const bool hasOwner =
-      own.st_uid == status.st_uid || fchown(descriptor_.Get(), status.st_uid, static_cast<gid_t>(-1)) == 0;
+  const bool hasGroup = own.st_gid == status.st_gid || fchown(file, static_cast<uid_t>(-1), status.st_gid) == 0;
+  const bool hasOwner = own.st_uid == status.st_uid || fchown(file, status.st_uid, static_cast<gid_t>(-1)) == 0;
   mode_t mode = status.st_mode & ModeBits;
   if (!hasOwner) mode &= ~static_cast<mode_t>(S_ISUID);
   // Another group may do what everybody may.
   if (!hasGroup) mode &= ~static_cast<mode_t>(S_ISGID | S_IRWXG) | ((mode & S_IRWXO) << 3);
-  return fchmod(descriptor_.Get(), mode) == 0;
+  return fchmod(file, mode) == 0;
 }
 
 bool TemporaryFile::Fill(std::string_view bytes, Durability durability) {

@@ -21,6 +21,11 @@ enum class Placement {
   Failed,      ///< nothing has changed
 };
 
+/// Gives a file mode and owner of the one that `status` is of. False, with `errno` set, when it can't have the mode. An
+/// owner that the system keeps for others is left: the contents count for more. The rights that would go to another
+/// owner or group by that are left out.
+bool TakeOverRights(int file, const struct stat& status);
+
 /// New contents under a name of their own beside the file that they are for. The file of that name goes with this
 /// object. For a holder of the folder's lock.
 ///
@@ -41,10 +46,8 @@ class TemporaryFile {
   explicit operator bool() const noexcept { return isThere_; }
   const std::string& Name() const noexcept { return name_; }
 
-  /// Mode and owner of that file. False, with `errno` set, when the file can't have them. An owner that the system
-  /// keeps for others is left: the contents count for more. The rights that would go to another owner or group by that
-  /// are left out.
-  bool TakeOver(const struct stat& status);
+  /// As `TakeOverRights`.
+  bool TakeOver(const struct stat& status) { return TakeOverRights(descriptor_.Get(), status); }
 
   /// Writes, marks the file as whole, and waits until the bytes are on the disk if they are to be `Flushed`.
   bool Fill(std::string_view bytes, Durability durability);

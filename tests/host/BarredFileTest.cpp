@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <sched.h>
 #include <sys/mount.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -128,6 +129,53 @@ TEST_F(BarredFileTest, AFileThatWasChangedAfterAWriteWasCutOffIsShownAndNotTouch
   EXPECT_EQ(Set("data/file.ini", "7"), static_cast<int>(Kind::None));
   EXPECT_EQ(Bytes(), "[S]\nk=7\nj=0\n");
   EXPECT_FALSE(fs::exists(folder_.PathOf("data/.file.ini.kept")));
+}
+
+TEST_F(BarredFileTest, InAStickyFolderAnotherUserCanForgeNoWriteThatWasCutOff) {
+  if (geteuid() != 0) GTEST_SKIP() << "it takes a second user";
+  constexpr uid_t attacker = OtherUser - 1;
+  const std::string forged = "helmsway kept bytes 1\n12 12\n" + file_ + "\n[S]\nk=1\nj=9\n[T]\nk=1\nj=0\n";
+  const std::string kept = folder_.Write("data/.file.ini.kept", forged);
+  ASSERT_EQ(chown(kept.c_str(), attacker, attacker), 0);
+  ASSERT_EQ(chown(file_.c_str(), OtherUser, OtherUser), 0);
+  SetModes(01777, 0644);
+  for (const char* value : {"7", "8"}) {
+    EXPECT_EQ(AsPlainUser([&] { return WriteObstacle(file_) ? 100 : Set("data/file.ini", value); }), 0);
+    EXPECT_EQ(Bytes(), std::string("[S]\nk=") + value + "\nj=0\n");
+  }
+  // Where a write in place finds the place beside it taken, it keeps the bytes elsewhere.
+  const int held = open(file_.c_str(), O_WRONLY | O_CLOEXEC);
+  EXPECT_EQ(AsPlainUser([&] { return Set("data/file.ini", "9"); }), 0);
+  close(held);
+  EXPECT_EQ(Bytes(), "[S]\nk=9\nj=0\n");
+  EXPECT_EQ(folder_.Read("data/.file.ini.kept"), forged);
+}
+
+TEST_F(BarredFileTest, AWriteThatAnotherUserHasToUndoIsNotTakenForWhole) {
+  if (geteuid() != 0) GTEST_SKIP() << "it takes a second user";
+  SetModes(0777, 0666);
+  folder_.Write("data/file.ini", "[S]\nk=2\nj=0\n");
+  const std::string kept =
+      folder_.Write("data/.file.ini.kept", "helmsway kept bytes 1\n12 13\nx\n[S]\nk=1\nj=0\n[S]\nk=22\nj=0\n");
+  ASSERT_EQ(chmod(kept.c_str(), 0600), 0);
+  const auto kinds = [&] {
+    return WriteObstacle(file_).kind == Kind::Interrupted ? Set("data/file.ini", "7") : CannotBeTried;
+  };
+  EXPECT_EQ(AsPlainUser(kinds), static_cast<int>(Kind::Interrupted));
+  EXPECT_EQ(Bytes(), "[S]\nk=2\nj=0\n");
+  // What we keep can be read by all who may read the file. This writer is cut off in the middle of keeping.
+  fs::remove(kept);
+  const int held = open(file_.c_str(), O_WRONLY | O_CLOEXEC);
+  EXPECT_EQ(InAProcess([&] {
+              const rlimit least{1, 1};
+              setrlimit(RLIMIT_FSIZE, &least);
+              return Set("data/file.ini", "7");
+            }),
+            -1);
+  close(held);
+  EXPECT_EQ(fs::status(kept).permissions(), static_cast<fs::perms>(0666));
+  EXPECT_EQ(AsPlainUser([&] { return Set("data/file.ini", "7"); }), 0);
+  EXPECT_EQ(Bytes(), "[S]\nk=7\nj=0\n");
 }
 
 }  // namespace
