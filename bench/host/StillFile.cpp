@@ -54,6 +54,12 @@ bool IsWhole(const FileStamp& stamp) {
   return stamp.modified != stamp.changed || IsLongSince(stamp.changed) || LastWriteOfThisProcess().Left(stamp);
 }
 
+/// Whether no name in the folder has come or gone for a while. Also where the folder can't be asked.
+bool IsStillFolder(int folder) {
+  struct stat status {};
+  return fstat(folder, &status) != 0 || IsLongSince(StampOf(status).changed);
+}
+
 }  // namespace
 
 Reading ReadStillFile(int folder, const std::string& name, std::chrono::milliseconds patience, FileContents& contents,
@@ -61,18 +67,23 @@ Reading ReadStillFile(int folder, const std::string& name, std::chrono::millisec
   constexpr std::chrono::milliseconds pause{5};
   const auto end = Clock::now() + patience;
   FileStamp seen;
+  bool wasMissing = false;
   auto since = Clock::now();
   while (true) {
     FileStamp stamp;
     const FilePresence presence = ReadStampAt(folder, name, stamp);
-    if (presence == FilePresence::Missing) return Reading::Missing;
     if (presence == FilePresence::Failed) return Reading::Failed;
-    if (stamp != seen) {
+    const bool isMissing = presence == FilePresence::Missing;
+    if (isMissing != wasMissing || stamp != seen) {
+      wasMissing = isMissing;
       seen = stamp;
       since = Clock::now();
     }
+    const bool isOldNews = Clock::now() - since >= Stillness;
+    // An editor may rename the old file away before it writes the new one.
+    if (isMissing && (IsStillFolder(folder) || isOldNews)) return Reading::Missing;
     // The clock of a network folder may be another one, so what is seen for long enough counts too.
-    if (IsWhole(stamp) || Clock::now() - since >= Stillness) {
+    if (!isMissing && (IsWhole(stamp) || isOldNews)) {
       FileContents read;
       const FilePresence now = ReadWholeFileAt(folder, name, read);
       if (now == FilePresence::Failed) return Reading::Failed;

@@ -12,7 +12,8 @@
 /// time of the contents a little earlier than that of the entry, so that no writer of ours waits for another one.
 namespace Helmsway {
 
-/// How long a file that another program has written must have stayed the same before it counts as whole.
+/// How long a file that another program has written must have stayed the same before it counts as whole, and how long a
+/// file must have been away before it counts as missing: an editor may rename the old one before it writes the new one.
 inline constexpr std::chrono::milliseconds Stillness{50};
 
 enum class Reading {

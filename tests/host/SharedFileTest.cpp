@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <filesystem>
 #include <future>
 #include <string>
 #include <string_view>
@@ -103,6 +104,21 @@ TEST_F(SharedFileTest, AFileThatIsBeingWrittenIsWaitedFor) {
   std::string expected = full;
   expected.replace(expected.rfind("old"), 3, "new");
   EXPECT_EQ(folder_.Read("file.ini"), expected);
+}
+
+TEST_F(SharedFileTest, AFileThatAnEditorHasRenamedAwayIsWaitedFor) {
+  const std::string path = folder_.Write("file.ini", "[S]\nk=1\nother=1\n");
+  std::filesystem::rename(path, path + "~");
+  const auto editor = std::async(std::launch::async, [&] {
+    std::this_thread::sleep_for(15ms);
+    folder_.Write("file.ini", "[S]\nk=1\nother=2\n");
+  });
+  EXPECT_FALSE(SetIniValue(path, "S", "k", "new"));
+  editor.wait();
+  EXPECT_EQ(folder_.Read("file.ini"), "[S]\nk=new\nother=2\n");
+  std::filesystem::remove(path);
+  EXPECT_FALSE(SetIniValue(path, "S", "k", "3")) << "a file that stays away is made";
+  EXPECT_EQ(folder_.Read("file.ini"), "[S]\r\nk=3\r\n");
 }
 
 TEST_F(SharedFileTest, AFileThatNeverHoldsStillIsNotWritten) {
