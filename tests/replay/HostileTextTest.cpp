@@ -31,12 +31,16 @@ std::string BytesOf(std::string json) {
 TEST(HostileText, ATraceHasUtf8AsItIsAndEachOtherByteAsAnEscape) {
   // Of ASCII, of several languages, at the ends of the ranges of UTF-8.
   const std::string valid =
-      "a\"\\\x01\x7F\t\xC2\x80\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xEE\x80\x80\xEF\xBF\xBD\xEF\xBF\xBF"
+      "a\"\\\x01\t\xC2\xA0\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xEE\x80\x80\xEF\xBF\xBD\xEF\xBF\xBF"
       "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF\\udc80";
   EXPECT_EQ(JsonText(valid), Json(valid).dump());
   const Json nested = {{"a", {1, -2.5, true, nullptr, {{"b", Json::array()}, {"c", Json::object()}}}}, {"d", valid}};
   EXPECT_EQ(JsonText(nested), nested.dump());
   EXPECT_EQ(JsonText({nested, "\xFF"}), "[" + nested.dump() + R"(,"\udcff"])");
+
+  // What a terminal obeys is an escape that means the same.
+  EXPECT_EQ(JsonText("\x7F\xC2\x80\xC2\x9F\xC2\xA0"), "\"\\u007f\\u0080\\u009f\xC2\xA0\"");
+  EXPECT_EQ(Json::parse(JsonText("\x7F\xC2\x9B")), "\x7F\xC2\x9B");
 
   const std::pair<std::string, const char*> rows[] = {
       {"M\xFCller \x80", R"("M\udcfcller \udc80")"},
@@ -100,6 +104,13 @@ TEST(HostileText, WhatATerminalWouldObeyIsShown) {
     EXPECT_NE(run.output.find(shown), std::string::npos) << run.output;
   }
   EXPECT_EQ(run.output.find_first_of("\x1B\a\x9B"), std::string::npos);
+  options.format = OutputFormat::JsonLines;
+  const std::string trace = RunScript(options,
+                                      "file set \x7F"
+                                      "a \xC2\x9B"
+                                      "2J \xC2\xA0\xC3\x9B\n")
+                                .output;
+  EXPECT_NE(trace.find("file set \\u007fa \\u009b2J \xC2\xA0\xC3\x9B\"}"), std::string::npos) << trace;
   EXPECT_EQ(RunScript(options, "\x1B[2J\n").complaints, "-:1: unknown action: \\x1b[2J\n");
 }
 
