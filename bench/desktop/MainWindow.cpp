@@ -59,8 +59,9 @@ void MainWindow::BuildPanes() {
   auto* const layout = new QVBoxLayout(center);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
-  layout->addWidget(standing_);
+  // Below, so that the form stays where it is when the bar comes: a click in a row must hit the same button.
   layout->addWidget(formArea_, 1);
+  layout->addWidget(standing_);
   setCentralWidget(center);
   messageBoxes_.OpenOver(formArea_);
 
