@@ -29,7 +29,10 @@ Result OverlaidIniService::WriteIni(Text section, Text key, Text filePath, Text 
     obstacle_ = {};
     auto copy = copies_.find(path);
     if (copy == copies_.end()) {
-      obstacle_ = WriteObstacle(std::string(path));
+      // A look at a file that is held takes a while, and a save has many values.
+      FileProblem& obstacle = obstacles_[std::string(path)];
+      if (!obstacle) obstacle = WriteObstacle(std::string(path));
+      obstacle_ = obstacle;
       if (obstacle_) return Result::Failed;
       const fs::path own = folder_ / fs::path(path).filename();
       if (fs::exists(path)) {

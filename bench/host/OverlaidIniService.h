@@ -33,7 +33,8 @@ class OverlaidIniService final : public OrvelCalibrateS::Implements<HelmswayCmds
   OrvelCalibrateS::Ref<HelmswayCmds::IIniService> service_;
   std::filesystem::path folder_;
   FileProblem obstacle_;
-  std::map<std::string, std::string, std::less<>> copies_;  // by the path of the file
+  std::map<std::string, FileProblem, std::less<>> obstacles_;  // by the path of the file, as its first write found them
+  std::map<std::string, std::string, std::less<>> copies_;     // by the path of the file
 };
 
 }  // namespace Helmsway

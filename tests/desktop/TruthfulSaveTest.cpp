@@ -1,7 +1,10 @@
+#include <QElapsedTimer>
 #include <QPlainTextEdit>
 #include <QTest>
+#include <chrono>
 #include <filesystem>
 
+#include "bench/host/FolderLock.h"
 #include "tests/desktop/WindowFixture.h"
 
 namespace Helmsway {
@@ -66,6 +69,22 @@ TEST_F(TruthfulSave, AFileThatCannotBeWrittenIsForetoldAndTold) {
             std::string::npos);
   ASSERT_TRUE(Window().BeginSession());
   EXPECT_TRUE(IsShown("installationNotice"));
+  fs::permissions(Installation().PathOf("Marivane.ini"), fs::perms(0644));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !IsShown("installationNotice"); }, 5000));
+}
+
+TEST_F(TruthfulSave, AFolderThatIsHeldDelaysTheQuestionOnce) {
+  const FolderLock held(fs::path(Installation().PathOf("Marivane.ini")).parent_path().string(),
+                        std::chrono::milliseconds(0));
+  ASSERT_TRUE(held);
+  QElapsedTimer watch;
+  watch.start();
+  Expect(SaveBox, [&](QDialog& box) {
+    ExpectVerdict("✗ Save can't do what it asks for: another program is writing in the folder of Marivane.ini");
+    Press(QMessageBox::Cancel)(box);
+  });
+  Trigger("saveChanges");
+  EXPECT_LT(watch.elapsed(), 2500);
 }
 
 TEST_F(TruthfulSave, LinesThatDoNotGoThroughAreCounted) {
