@@ -12,6 +12,7 @@
 #include <QToolBar>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 #include "bench/desktop/BusyMark.h"
@@ -33,12 +34,17 @@
 namespace Helmsway {
 namespace {
 
+/// Between two looks at what is in the way of a save.
+constexpr std::chrono::seconds BetweenLooks{2};
+
 QString TextOf(const std::string& text) { return QString::fromStdString(text); }
 
 }  // namespace
 
 MainWindow::MainWindow(SessionOptions options, QWidget* parent) : QMainWindow(parent), options_(std::move(options)) {
   setObjectName(QStringLiteral("mainWindow"));
+  lookAgain_.setSingleShot(true);
+  connect(&lookAgain_, &QTimer::timeout, this, &MainWindow::ShowInstallation);
   ShowCaption({});
   BuildPanes();
   BuildHostMenu();
@@ -277,9 +283,19 @@ void MainWindow::ShowTroubles() {
   if (form_ != nullptr) {
     form_->ShowDoubt(QStringLiteral("txtCurrentCollect"), QString::fromStdString(troubles.DoubtOfNumber()));
   }
-  QStringList problems;
-  for (const std::string& problem : InstallationProblems(session_->MarivaneIni())) problems += TextOf(problem);
-  standing_->ShowInstallation(problems);
+  ShowInstallation();
+}
+
+void MainWindow::ShowInstallation() {
+  // While a line is under way nothing may hold up the window.
+  if (session_ && session_->IsAtRest()) {
+    QStringList problems;
+    for (const std::string& problem : InstallationProblems(session_->MarivaneIni())) problems += TextOf(problem);
+    standing_->ShowInstallation(problems);
+    if (problems.isEmpty()) return lookAgain_.stop();
+  }
+  // What is in the way of a save can go without a change of the file: a program that holds it, or its permissions.
+  lookAgain_.start(BetweenLooks);
 }
 
 void MainWindow::ShowWhatIsPossible() {

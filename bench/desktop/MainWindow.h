@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QTimer>
 #include <memory>
 
 #include "bench/desktop/BenchSession.h"
@@ -62,6 +63,7 @@ class MainWindow : public QMainWindow {
   void ShowLineOver(const QString& line, const QString& reason);
   void ShowInstrument();
   void ShowTroubles();
+  void ShowInstallation();
   void ShowWhatIsPossible();
   void Rested();
 
@@ -78,6 +80,7 @@ class MainWindow : public QMainWindow {
   std::unique_ptr<InstallationUse> use_;
   ConsoleModel console_;
   HeldKeys heldKeys_;
+  QTimer lookAgain_;
   MessageBoxes messageBoxes_{this};
 
   FormArea* formArea_ = nullptr;
