@@ -10,6 +10,7 @@
 
 #include "bench/desktop/MemoryFile.h"
 #include "bench/host/AtomicFile.h"
+#include "bench/host/WriteObstacle.h"
 #include "bench/replay/ActionGrammar.h"
 #include "bench/replay/FormSnapshot.h"
 #include "bench/replay/ScriptWords.h"
@@ -47,7 +48,10 @@ BenchSession::BenchSession(const SessionOptions& options, ConsoleModel& console,
     FileContents contents;
     const fs::path file = options.installation / name;
     const FilePresence presence = ReadWholeFile(file.string(), contents);
-    if (presence == FilePresence::Failed) throw std::runtime_error("can't be read: " + file.string());
+    if (presence == FilePresence::Failed) {
+      const FileProblem obstacle = ReadObstacle(file.string());
+      throw std::runtime_error(file.string() + " can't be read" + (obstacle ? ": " + obstacle.sentence : ""));
+    }
     if (presence == FilePresence::Present) startFiles_.push_back({name, std::move(contents.bytes)});
   }
   player_.emplace(library_, folder_.MarivaneIni().string(), InstrumentKind::Simulated, report_,

@@ -36,7 +36,8 @@ void UseLocale(const QString& name) {
   const QByteArray bytes = text.toLocal8Bit();
   const bool written = std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout) ==
                        static_cast<std::size_t>(bytes.size());
-  std::exit(std::fflush(stdout) == 0 && written ? EXIT_SUCCESS : EXIT_FAILURE);
+  if (std::fflush(stdout) != 0 || !written) Complain(QStringLiteral("the standard output can't be written"));
+  std::exit(EXIT_SUCCESS);
 }
 
 int NumberOf(const QCommandLineParser& parser, const QCommandLineOption& option, int least, int most) {

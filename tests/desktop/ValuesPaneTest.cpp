@@ -94,7 +94,7 @@ TEST_F(ValuesPaneTest, ThePreviewShowsTheExactLinesFromTheTop) {
   pane_.ShowPreview(fileLines, commands);
   EXPECT_TRUE(IsPreviewVisible());
   EXPECT_EQ(Label("valuesUpperTitle"), "What Save will change in Marivane.ini (Page Up and Page Down scroll)");
-  EXPECT_EQ(Label("valuesLowerTitle"), "What the instrument will be told");
+  EXPECT_EQ(Label("valuesLowerTitle"), "What the instrument will be sent");
   EXPECT_EQ(LinesText("valuesUpperLines"), "@@ -9,1 +9,1 @@\n-Item1=\"Acht\",-580,1\n+Item1=\"Acht\",600,1");
   EXPECT_EQ(LinesText("valuesLowerLines"), commands[0]);
 

@@ -97,7 +97,7 @@ QWidget* ValuesPane::BuildPreview() {
   preview_->setAccessibleName(QStringLiteral("What a save does"));
   upperTitle_ = MakeLabel(QStringLiteral("valuesUpperTitle"));
   lowerTitle_ = MakeLabel(QStringLiteral("valuesLowerTitle"));
-  lowerTitle_->setText(QStringLiteral("What the instrument will be told"));
+  lowerTitle_->setText(QStringLiteral("What the instrument will be sent"));
   upperLines_ = new LinesView(preview_);
   upperLines_->setObjectName(QStringLiteral("valuesUpperLines"));
   lowerLines_ = new LinesView(preview_);
