@@ -71,6 +71,7 @@ void BenchReport::Note(const QString& text) { Tell(Kind::Note, text); }
 
 void BenchReport::Performing(const Action& action, const forms::ISurface* form) {
   record_.Performing(action, form);
+  save_.Performing(action);
   troubles_.Performing(action);
   // Of what the instrument remembers from the start, the session tells in one note.
   if (action.kind != ActionKind::Remember) Tell(Kind::Action, InWords(action, form));
@@ -134,7 +135,8 @@ void BenchReport::LineEnded(std::string_view line, const Answer& answer, AnswerB
   console_.Update(lineRow_, line_);
   const QString why = line_.reply.isEmpty() ? line_.result : line_.reply;
   Q_EMIT LineOver(line_.text, accepted ? QString() : why);
-  if (accepted && line == SaveLine) Q_EMIT MemorySaved();
+  // Whatever the answer: it may have been lost after the instrument had taken the line.
+  if (line == SaveLine) Q_EMIT SaveLineOver(accepted);
 }
 
 void BenchReport::FaultStruck(const Fault& fault) {
@@ -187,6 +189,7 @@ void BenchReport::IniWriteFailed(std::string_view section, std::string_view key,
 }
 
 void BenchReport::IniReadFailed(std::string_view /*section*/, std::string_view /*key*/, std::string_view why) {
+  save_.IniReadFailed(why);
   troubles_.IniReadFailed(why);
   TellRepeated(tr("a key of the configuration could not be read"), Text(why));
 }
@@ -205,6 +208,7 @@ void BenchReport::LineSkipped() {
 
 void BenchReport::Performed(const forms::ISurface* form, std::string_view statusText) {
   record_.Performed(form, statusText);
+  save_.Performed();
   troubles_.Performed(form, statusText);
   Q_EMIT TroublesChanged();
 }

@@ -71,8 +71,8 @@ class BenchReport final : public QObject, public IReport {
   void Jogged();
   /// The save dialog has been answered.
   void SaveAnswered(forms::MessageAnswer answer);
-  /// The instrument has taken its new values into its permanent memory.
-  void MemorySaved();
+  /// The line that makes the instrument's new values permanent is over. One that wasn't accepted may have done so, too.
+  void SaveLineOver(bool accepted);
   /// What the add-in passes over in silence may have changed.
   void TroublesChanged();
   void CaptionRead(const QString& caption);

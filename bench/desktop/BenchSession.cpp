@@ -56,7 +56,7 @@ BenchSession::BenchSession(const SessionOptions& options, ConsoleModel& console,
   }
   player_.emplace(library_, folder_.MarivaneIni().string(), InstrumentKind::Simulated, report_,
                   static_cast<IAttendant*>(this));
-  connect(&report_, &BenchReport::MemorySaved, this, &BenchSession::KeepMemory);
+  connect(&report_, &BenchReport::SaveLineOver, this, &BenchSession::KeepMemory);
   SetFactor(options.factor);
 }
 
@@ -86,8 +86,10 @@ void BenchSession::RestoreMemory() {
   if (!memory.problem.empty()) report_.Note(QString::fromStdString(memory.problem));
 }
 
-void BenchSession::KeepMemory() {
-  const std::string problem = MemoryFile::Write(MemoryFile::PathIn(options_.installation), CalibrationMemory());
+void BenchSession::KeepMemory(bool accepted) {
+  const fs::path file = MemoryFile::PathIn(options_.installation);
+  if (!accepted && MemoryFile::Read(file).values == CalibrationMemory()) return;
+  const std::string problem = MemoryFile::Write(file, CalibrationMemory());
   if (problem.empty()) return;
   report_.Note(tr("the instrument's memory can't be kept for the next start: %1").arg(QString::fromStdString(problem)));
 }

@@ -101,7 +101,7 @@ class BenchSession final : public QObject, public IFormHands, private IAttendant
 
   /// The instrument gets the calibration memory that it had when the bench was used last.
   void RestoreMemory();
-  void KeepMemory();
+  void KeepMemory(bool accepted);
 
   void FormLoaded(forms::ISurface& surface) noexcept override;
   void LineUnderWay(std::string_view line) noexcept override;

@@ -111,7 +111,11 @@ void CalibrationView::Judge(SaveResult result) {
   result.fileDiffers = rehearsal.problem.empty() && watch_.Bytes() != rehearsal.after;
   result.valuesCompared = CountClasses(now);
   result.differences = CompareMemory(memory, file);
-  result.doubt = session_->Report().SilentTroubles().DoubtOfNumber();
+  const Troubles& troubles = session_->Report().SilentTroubles();
+  result.doubt = troubles.DoubtOfNumber();
+  if (result.doubt.empty() && !troubles.NumberReached()) {
+    result.doubt = "S has not been moved to the number on the form, " + NumberOn(session_->Surface());
+  }
   result.inCopy = session_->Options().copyOf.has_value();
   const Verdict verdict = VerdictOf(result);
   dock_.Values().ShowReadBack(result.differences, verdict);

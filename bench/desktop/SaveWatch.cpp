@@ -7,6 +7,8 @@ namespace {
 
 constexpr std::string_view SaveLine = "SET_CALIBRATION SAVE";
 constexpr std::string_view HeadSection = "HeadType";
+constexpr std::string_view HomeS = "HOME S";
+constexpr std::int32_t SaveButton = 6;
 
 std::string EndOf(const Answer& answer) {
   const std::string word = answer.result == Answer::Result::Refused ? "was refused" : "failed";
@@ -15,8 +17,13 @@ std::string EndOf(const Answer& answer) {
 
 }  // namespace
 
+void SaveWatch::Performing(const Action& action) {
+  if (action.kind == ActionKind::ClickButton && action.number == SaveButton) notHomed_ = "HOME S was not sent";
+}
+
 void SaveWatch::Begin() {
   result_.emplace();
+  result_->notHomed = notHomed_;
   result_->linesPlanned = rehearsal_.lines.size();
 }
 
@@ -30,8 +37,15 @@ void SaveWatch::IniWriteFailed(std::string_view section, std::string_view why) {
   if (result_->whyNotWritten.empty()) result_->whyNotWritten = why;
 }
 
+void SaveWatch::IniReadFailed(std::string_view why) {
+  if (result_ && result_->whyNotRead.empty()) result_->whyNotRead = why;
+}
+
 void SaveWatch::LineEnded(std::string_view line, const Answer& answer) {
-  if (!result_) return;
+  if (!result_) {
+    if (line == HomeS) notHomed_ = answer.result == Answer::Result::Ok ? "" : "HOME S " + EndOf(answer);
+    return;
+  }
   if (answer.result != Answer::Result::Ok) {
     result_->brokenBy = EndOf(answer);
     return;

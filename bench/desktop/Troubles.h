@@ -32,6 +32,8 @@ class Troubles {
   QStringList InWords() const;
   /// About the number on the form, in words; empty when S is where it says, or was never sent there.
   std::string DoubtOfNumber() const { return number_.InWords(); }
+  /// S has been seen to reach the number on the form.
+  bool NumberReached() const { return number_.Reached(); }
   /// The status text was left over by a line that was refused or failed: since then. Null otherwise.
   const std::optional<QDateTime>& StatusLeftSince() const { return statusLeftSince_; }
 

@@ -26,7 +26,9 @@ class NumberWatch {
 
   /// The number, while the instrument hasn't confirmed that S is there; empty otherwise.
   const std::string& Unconfirmed() const { return unconfirmed_; }
-  /// The same as a clause for a person to read; empty when there is nothing to say.
+  /// S has been seen to reach the number that the form shows.
+  bool Reached() const { return !confirmed_.empty(); }
+  /// Unconfirmed() as a clause for a person to read; empty when there is nothing to say.
   std::string InWords() const;
 
  private:

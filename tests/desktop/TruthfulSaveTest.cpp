@@ -99,7 +99,7 @@ TEST_F(TruthfulSave, LinesThatDoNotGoThroughAreCounted) {
        "✗ Saved in the file, not in the instrument: line 29 of 29 failed (the script says so)"},
       {"during \"SET_CALIBRATION AspirateOrigin\" host stop",
        "✗ Saved in the file, not in the instrument: a stop was requested, 27 of 29 lines were not sent"},
-      {"link down", "✗ Saved in the file, not in the instrument: the link is lost"},
+      {"link down", "✗ Saved in the file, not in the instrument: the link was lost"},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.action);
@@ -114,6 +114,42 @@ TEST_F(TruthfulSave, LinesThatDoNotGoThroughAreCounted) {
   Save();
   ExpectVerdict("✓ Saved");
   EXPECT_FALSE(IsShown("troublesNotice"));
+}
+
+TEST_F(TruthfulSave, AnAnswerThatIsLostIsNoValueThatIsLost) {
+  // The line is carried out, and the link comes back before the next save.
+  ASSERT_TRUE(Session().Perform("instrument fault link \"SET_CALIBRATION SAVE\" 1"));
+  Save();
+  EXPECT_EQ(Verdict(),
+            "✗ Saved in the file, but the upload broke off: line 29 of 29 failed (planned fault: the link was lost "
+            "before the answer came). The instrument's memory agrees all the same");
+  EXPECT_TRUE(fs::exists(Installation().PathOf("Marivane.memory")));
+  // The link comes back before the first line of the upload.
+  ASSERT_TRUE(Session().Perform("instrument fault link \"MOVE S\" 2"));
+  Save();
+  EXPECT_EQ(Verdict(), "⚠ Saved, but the number on the form, -3097, may not have been reached");
+}
+
+TEST_F(TruthfulSave, ANumberThatSWasNeverMovedToIsNoGoodSave) {
+  OpenAgain();
+  GoToMainPage();
+  Expect(SaveBox, Press(QMessageBox::Ok));
+  Trigger("saveChanges");
+  EXPECT_EQ(Verdict(), "⚠ Saved, but S has not been moved to the number on the form, -3097");
+}
+
+TEST_F(TruthfulSave, HeadsThatCannotBeReadAreNotSaved) {
+  ASSERT_TRUE(Session().Perform("file reads fail"));
+  Save();
+  EXPECT_EQ(Verdict(), "✗ Not saved: the heads could not be read: the host's configuration service doesn't work");
+}
+
+TEST_F(TruthfulSave, ACheckWithoutHomingIsNoGoodSave) {
+  ASSERT_TRUE(Session().Perform("instrument refuse \"HOME S\""));
+  Save();
+  EXPECT_EQ(Verdict(), "⚠ Saved, but S was not homed for the check: HOME S was refused (the script says so)");
+  Save();
+  ExpectVerdict("✓ Saved");
 }
 
 TEST_F(TruthfulSave, ANumberThatWasNotReachedIsNoGoodSave) {

@@ -192,13 +192,25 @@ TEST(SaveVerdict, IsGoodOnlyWhenAllWasDoneAndCompared) {
          save.linesTaken = 2;
          save.memorySaved = false;
          save.brokenBy = "was refused (no)";
+         save.differences.push_back({"A", "1", ""});
        }},
       {"a stop was requested, 27 of 29 lines were not sent",
        [](SaveResult& save) {
          save.linesTaken = 2;
          save.linesSkipped = 27;
        }},
-      {"the link is lost", [](SaveResult& save) { save.linkLost = true; }},
+      {"not in the instrument: the link was lost",
+       [](SaveResult& save) {
+         save.linkLost = true;
+         save.memorySaved = false;
+         save.differences.push_back({"A", "1", ""});
+       }},
+      {"Not saved: the heads could not be read: no",
+       [](SaveResult& save) {
+         save.headsWritten = 0;
+         save.linesTaken = 1;
+         save.whyNotRead = "no";
+       }},
       {"not all lines were sent", [](SaveResult& save) { save.memorySaved = false; }},
       {"another program has changed it meanwhile", [](SaveResult& save) { save.fileDiffers = true; }},
       {"2 of 16 heads have not got the position", [](SaveResult& save) { save.headsOff = 2; }},

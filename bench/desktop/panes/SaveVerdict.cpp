@@ -7,9 +7,14 @@ namespace {
 
 QString Text(const std::string& text) { return QString::fromStdString(text); }
 
-QString Because(const std::string& why) {
-  return why.empty() ? QStringLiteral("they could not be written") : QString::fromStdString(why);
+/// Why heads were not written.
+QString Because(const SaveResult& result) {
+  if (!result.whyNotWritten.empty()) return Text(result.whyNotWritten);
+  if (!result.whyNotRead.empty()) return QStringLiteral("the heads could not be read: ") + Text(result.whyNotRead);
+  return QStringLiteral("the add-in has not written them");
 }
+
+bool MemoryAgrees(const SaveResult& result) { return result.valuesCompared > 0 && result.differences.empty(); }
 
 /// Why nothing, or not all, has got into the file; empty when all has.
 QString FileTrouble(const SaveResult& result) {
@@ -18,19 +23,20 @@ QString FileTrouble(const SaveResult& result) {
            (result.whyNoHeads.empty() ? QStringLiteral("no head was written") : Text(result.whyNoHeads));
   }
   if (result.headsWritten == 0) {
+    // The last line makes permanent what those before it have brought; alone it brings nothing.
+    const bool valuesTaken = result.memorySaved && result.linesTaken > 1;
     const QString instrument =
-        result.memorySaved ? QStringLiteral(". The instrument has taken the new values all the same") : QString();
-    return QStringLiteral("Not saved: ") + Because(result.whyNotWritten) + instrument;
+        valuesTaken ? QStringLiteral(". The instrument has taken the new values all the same") : QString();
+    return QStringLiteral("Not saved: ") + Because(result) + instrument;
   }
   if (result.headsWritten < result.headsPlanned) {
     return QStringLiteral("Saved in part: %1 of %2 heads were not written: %3")
         .arg(result.headsPlanned - result.headsWritten)
         .arg(result.headsPlanned)
-        .arg(Because(result.whyNotWritten));
+        .arg(Because(result));
   }
   if (result.markNotWritten) {
-    return QStringLiteral("Saved in part: the mark that S is calibrated is not in Marivane.ini: ") +
-           Because(result.whyNotWritten);
+    return QStringLiteral("Saved in part: the mark that S is calibrated is not in Marivane.ini: ") + Because(result);
   }
   return {};
 }
@@ -47,12 +53,19 @@ QString InstrumentTrouble(const SaveResult& result) {
     why = QStringLiteral("a stop was requested, %1 of %2 lines were not sent")
               .arg(result.linesSkipped)
               .arg(result.linesSkipped + result.linesTaken);
-  } else if (result.linkLost) {
-    why = QStringLiteral("the link is lost");
-  } else if (result.linesPlanned > 0 && !result.memorySaved) {
+  } else if (result.linkLost && !result.memorySaved) {
+    why = QStringLiteral("the link was lost");
+  } else if (result.linesTaken < result.linesPlanned || (result.linesPlanned > 0 && !result.memorySaved)) {
     why = QStringLiteral("not all lines were sent");
   }
-  return why.isEmpty() ? why : QStringLiteral("Saved in the file, not in the instrument: ") + why;
+  if (why.isEmpty()) return why;
+  // The answer was lost, not the line; or the values are those of an earlier save.
+  if (MemoryAgrees(result)) {
+    return QStringLiteral(
+               "Saved in the file, but the upload broke off: %1. The instrument's memory agrees all the same")
+        .arg(why);
+  }
+  return QStringLiteral("Saved in the file, not in the instrument: ") + why;
 }
 
 }  // namespace
@@ -81,6 +94,9 @@ Verdict VerdictOf(const SaveResult& result) {
             Tone::Bad};
   }
   if (!result.doubt.empty()) return {QStringLiteral("⚠ Saved, but ") + Text(result.doubt), Tone::Waiting};
+  if (!result.notHomed.empty()) {
+    return {QStringLiteral("⚠ Saved, but S was not homed for the check: ") + Text(result.notHomed), Tone::Waiting};
+  }
   if (result.valuesCompared == 0) {
     return {QStringLiteral("– Saved in the file; the instrument keeps no value for these heads"), Tone::Waiting};
   }
