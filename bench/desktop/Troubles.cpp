@@ -11,6 +11,11 @@ QString Clock(const QDateTime& time) { return time.toString(QStringLiteral("HH:m
 
 QString Because(const QString& why) { return why.isEmpty() ? why : QStringLiteral(": ") + why; }
 
+QString Keys(std::size_t count, const char* of) {
+  const QString keys = count == 1 ? QStringLiteral("1 key") : QStringLiteral("%1 keys").arg(count);
+  return QStringLiteral("%1 of %2").arg(keys, QLatin1String(of));
+}
+
 QString Capital(QString text) {
   if (!text.isEmpty()) text[0] = text[0].toUpper();
   return text;
@@ -78,12 +83,10 @@ QStringList Troubles::InWords() const {
   for (const QString& line : last_.lines) words += QStringLiteral("Not done: ") + line;
   if (last_.skipped > 0) words += QStringLiteral("Lines not sent, since a stop was requested: %1").arg(last_.skipped);
   if (last_.writes > 0) {
-    words +=
-        QStringLiteral("Not written: keys of Marivane.ini: %1%2").arg(last_.writes).arg(Because(last_.whyNotWritten));
+    words += QStringLiteral("Not written: ") + Keys(last_.writes, "Marivane.ini") + Because(last_.whyNotWritten);
   }
   if (last_.reads > 0) {
-    words +=
-        QStringLiteral("Not read: keys of the configuration: %1%2").arg(last_.reads).arg(Because(last_.whyNotRead));
+    words += QStringLiteral("Not read: ") + Keys(last_.reads, "the configuration") + Because(last_.whyNotRead);
   }
   return words;
 }

@@ -76,7 +76,7 @@ TEST_F(SilentTroubles, FailingReadsAndWritesAreCountedInTheConsole) {
   ASSERT_TRUE(Session().Perform("file writes fail"));
   Expect(SaveBox, Press(QMessageBox::Ok));
   Trigger("saveChanges");
-  EXPECT_TRUE(Says("Not written: keys of Marivane.ini: 1: .*\nNot read: keys of the configuration: \\d+: "));
+  EXPECT_TRUE(Says("Not written: 1 key of Marivane.ini: .*\nNot read: \\d+ keys of the configuration: "));
   int failed = 0;
   for (int row = 0; row < Window().Console().rowCount(); ++row) {
     const ConsoleEntry& entry = Window().Console().Entry(row);

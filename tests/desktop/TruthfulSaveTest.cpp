@@ -65,7 +65,7 @@ TEST_F(TruthfulSave, AFileThatCannotBeWrittenIsForetoldAndTold) {
   EXPECT_EQ(File(), before);
   ExpectVerdict("✗ Not saved: Marivane.ini is read-only. The instrument has taken the new values all the same");
   EXPECT_EQ(Text("installationNotice"), "⚠ Installation: nothing can be saved: Marivane.ini is read-only");
-  EXPECT_NE(Text("troublesNotice").find("Not written: keys of Marivane.ini: 17: Marivane.ini is read-only"),
+  EXPECT_NE(Text("troublesNotice").find("Not written: 17 keys of Marivane.ini: Marivane.ini is read-only"),
             std::string::npos);
   ASSERT_TRUE(Window().BeginSession());
   EXPECT_TRUE(IsShown("installationNotice"));
