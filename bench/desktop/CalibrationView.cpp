@@ -26,6 +26,16 @@ std::size_t CountOff(const HeadPositions& foretold, const HeadPositions& now) {
   return off;
 }
 
+/// Lines to the instrument, of which each head of a class has two, that aren't among those that were foretold.
+std::size_t CountLeftOut(const HeadPositions& positions, const std::vector<std::string>& lines) {
+  // Without any line, no values are sent at all.
+  if (lines.empty()) return 0;
+  const auto heads = std::count_if(positions.heads.begin(), positions.heads.end(),
+                                   [](const HeadPosition& head) { return !head.memoryName.empty(); });
+  const std::size_t wanted = 2 * static_cast<std::size_t>(heads) + 1;
+  return wanted > lines.size() ? wanted - lines.size() : 0;
+}
+
 std::size_t CountClasses(const HeadPositions& positions) {
   std::set<std::string> classes;
   for (const HeadPosition& head : positions.heads) {
@@ -106,6 +116,7 @@ void CalibrationView::Judge(SaveResult result) {
   const HeadPositions now = ReadHeadPositions(file, {}, memory);
   const SaveRehearsal& rehearsal = session_->Report().Save().Foretold();
   result.headsPlanned = foretold_.heads.size();
+  result.linesLeftOut = CountLeftOut(foretold_, rehearsal.lines);
   result.headsOff = CountOff(foretold_, now);
   result.whyNoHeads = WhyNoHeads(file);
   result.fileDiffers = rehearsal.problem.empty() && watch_.Bytes() != rehearsal.after;

@@ -144,6 +144,20 @@ TEST_F(TruthfulSave, HeadsThatCannotBeReadAreNotSaved) {
   EXPECT_EQ(Verdict(), "✗ Not saved: the heads could not be read: the host's configuration service doesn't work");
 }
 
+TEST_F(TruthfulSave, ValuesThatCannotBeWorkedOutAreMissed) {
+  std::string file = File();
+  const std::string axis = "Axis4=\"S\",0.0234375";
+  for (std::size_t at = file.find(axis); at != std::string::npos; at = file.find(axis)) {
+    file.replace(at, axis.size(), "Axis4=\"S\",0");
+  }
+  Installation().Write("Marivane.ini", file);
+  OpenAgain();
+  GoToMainPage();
+  Start();
+  Save();
+  EXPECT_EQ(Verdict(), "✗ Saved in part: 14 values for the instrument could not be worked out, and were not sent");
+}
+
 TEST_F(TruthfulSave, ACheckWithoutHomingIsNoGoodSave) {
   ASSERT_TRUE(Session().Perform("instrument refuse \"HOME S\""));
   Save();

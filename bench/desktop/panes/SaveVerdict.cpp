@@ -88,6 +88,11 @@ Verdict VerdictOf(const SaveResult& result) {
     return {QStringLiteral("– Saved in the file only: this installation sends no calibration values to the instrument"),
             Tone::Waiting};
   }
+  if (result.linesLeftOut > 0) {
+    return {QStringLiteral("✗ Saved in part: %1 values for the instrument could not be worked out, and were not sent")
+                .arg(result.linesLeftOut),
+            Tone::Bad};
+  }
   if (!result.differences.empty()) {
     return {QStringLiteral("≠ Saved, but values of the instrument's memory differ from the file: %1")
                 .arg(result.differences.size()),

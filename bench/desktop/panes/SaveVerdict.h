@@ -21,6 +21,7 @@ struct SaveResult {
   std::string whyNoHeads;       ///< in words, when the file held no head to be written
 
   std::size_t linesPlanned = 0;  ///< to the instrument, when nothing goes wrong
+  std::size_t linesLeftOut = 0;  ///< that the add-in could not work out, by the heads that the file has
   std::size_t linesTaken = 0;
   std::string brokenBy;          ///< how the line after those ended, with its reason; empty when none broke it off
   std::size_t linesSkipped = 0;  ///< since a stop was requested
