@@ -79,7 +79,8 @@ void BenchSession::StartAddIn() {
 void BenchSession::RestoreMemory() {
   const MemoryFile::Contents memory = MemoryFile::Read(MemoryFile::PathIn(options_.installation));
   // As actions, so that the session's script plays it again.
-  for (const auto& [name, value] : memory.values) Perform("instrument memory " + name + " " + value);
+  for (const auto& [name, value] : memory.values)
+    Perform(std::string("instrument memory ").append(name).append(" ").append(value));
   if (!memory.values.empty()) {
     report_.Note(tr("the instrument remembers calibration values of an earlier session: %1").arg(memory.values.size()));
   }
