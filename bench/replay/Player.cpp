@@ -1,5 +1,6 @@
 #include "bench/replay/Player.h"
 
+#include <chrono>
 #include <utility>
 
 #include "addin/base/Texts.h"
@@ -19,6 +20,9 @@ using HelmswayCmds::Result;
 using OrvelCalibrateS::Ref;
 using Access = HostIniService::Access;
 using Line = HostConnection::Line;
+
+/// A window stands still while a write waits for another program, and its user has an eye on the outcome.
+constexpr std::chrono::milliseconds PatienceOfAWindow{4'000};
 
 constexpr std::int16_t EjectStopButton = 1;
 constexpr std::int16_t StopButton = 16;
@@ -47,7 +51,8 @@ Player::Player(const AddInLibrary& library, std::string marivaneIni, InstrumentK
   *losableConnection_.Out() = new LosableConnection(Ref<HelmswayCmds::IParentConnection>(connection_.Get()),
                                                     [this] { return LinkReachable(); });
   *window_.Out() = new HostWindow(*this);
-  *files_.Out() = new ConfigurationService(durability_, WriteTerms().patience, &Interruption::Requested);
+  const std::chrono::milliseconds patience = attendant_ == nullptr ? WriteTerms().patience : PatienceOfAWindow;
+  *files_.Out() = new ConfigurationService(durability_, patience, &Interruption::Requested);
   Ref<HelmswayCmds::IIniService> shielded;
   *shielded.Out() = new ShieldedIniService(Ref<HelmswayCmds::IIniService>(files_.Get()));
   *iniService_.Out() = new HostIniService(*this, std::move(shielded));
