@@ -86,6 +86,7 @@ void WriteRegistration(const ServedClass& served, const std::filesystem::path& l
   draft.Out() << "[Add-in]\n"
               << "ProgramId=" << served.programId << "\n"
               << "ClassId=" << Braced(served.classId) << "\n"
+              << "Version=" << HELMSWAY_VERSION << "\n"
               << "Library=" << library.string() << "\n";
   draft.PlaceAs(file);
 }

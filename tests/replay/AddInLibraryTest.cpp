@@ -43,7 +43,8 @@ TEST_F(AddInLibraryTest, RegistersItselfForTheUserAndTakesItBack) {
   const AddInLibrary library(file);
   library.Register();
   EXPECT_EQ(folder.Read("helmsway/add-ins/OrvelCalibrateS.Connect.addin"),
-            "[Add-in]\nProgramId=OrvelCalibrateS.Connect\nClassId={d95b74c4-2136-49ae-9fd9-69b691484557}\nLibrary=" +
+            "[Add-in]\nProgramId=OrvelCalibrateS.Connect\nClassId={d95b74c4-2136-49ae-9fd9-69b691484557}\n"
+            "Version=" HELMSWAY_VERSION "\nLibrary=" +
                 file.string() + "\n");
   library.Unregister();
   EXPECT_TRUE(std::filesystem::is_empty(folder.PathOf("helmsway/add-ins")));
