@@ -4,26 +4,6 @@
 
 namespace forms {
 
-std::string_view TypeName(ControlKind kind) {
-  switch (kind) {
-    case ControlKind::PictureBox:
-      return "PictureBox";
-    case ControlKind::Frame:
-      return "Frame";
-    case ControlKind::CommandButton:
-      return "CommandButton";
-    case ControlKind::Label:
-      return "Label";
-    case ControlKind::ComboBox:
-      return "ComboBox";
-    case ControlKind::CheckBox:
-      return "CheckBox";
-    case ControlKind::TextBox:
-      return "TextBox";
-  }
-  return "";
-}
-
 Control::Control(Form& form, ControlId id, const ControlDesign& design, Control* container)
     : form_(form),
       id_(id),

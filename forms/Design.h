@@ -10,7 +10,25 @@ namespace forms {
 enum class ControlKind : std::uint8_t { PictureBox, Frame, CommandButton, Label, ComboBox, CheckBox, TextBox };
 
 /// The name of the control's class, by which texts are assigned to controls: "Label", "CommandButton" and so on.
-std::string_view TypeName(ControlKind kind);
+inline std::string_view TypeName(ControlKind kind) {
+  switch (kind) {
+    case ControlKind::PictureBox:
+      return "PictureBox";
+    case ControlKind::Frame:
+      return "Frame";
+    case ControlKind::CommandButton:
+      return "CommandButton";
+    case ControlKind::Label:
+      return "Label";
+    case ControlKind::ComboBox:
+      return "ComboBox";
+    case ControlKind::CheckBox:
+      return "CheckBox";
+    case ControlKind::TextBox:
+      return "TextBox";
+  }
+  return "";
+}
 
 /// In twips (1/1440 inch), relative to the container's top left corner.
 struct Rectangle {

@@ -28,18 +28,6 @@ bool HoldsCentreOf(const Rectangle& cover, const Rectangle& covered) {
 
 }  // namespace
 
-MessageAnswer CarefulAnswer(MessageButtons buttons) {
-  switch (buttons) {
-    case MessageButtons::YesNo:
-      return MessageAnswer::No;
-    case MessageButtons::OkCancel:
-      return MessageAnswer::Cancel;
-    case MessageButtons::Ok:
-      break;
-  }
-  return MessageAnswer::Ok;
-}
-
 Form::Form(std::string_view caption, std::span<const ControlDesign> design) : caption_(caption) {
   controls_.reserve(design.size());
   for (const ControlDesign& row : design) {

@@ -54,7 +54,17 @@ enum class MessageIcon : std::uint8_t { None, Exclamation };
 enum class MessageAnswer : std::uint8_t { Ok, Cancel, Yes, No };
 
 /// The answer that does the least: No, Cancel, or OK where there is nothing else.
-MessageAnswer CarefulAnswer(MessageButtons buttons);
+inline MessageAnswer CarefulAnswer(MessageButtons buttons) {
+  switch (buttons) {
+    case MessageButtons::YesNo:
+      return MessageAnswer::No;
+    case MessageButtons::OkCancel:
+      return MessageAnswer::Cancel;
+    case MessageButtons::Ok:
+      break;
+  }
+  return MessageAnswer::Ok;
+}
 
 /// Shows modal message boxes: `Show` returns when the operator has answered.
 class IMessageBoxes {

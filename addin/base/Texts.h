@@ -1,9 +1,12 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "addin/base/Boundary.h"
 #include "addin/contract/Component.h"
 
 /// Texts on their way over the boundary, in both directions.
@@ -20,7 +23,9 @@ inline std::string_view AsView(HelmswayCmds::Text text) noexcept {
 class StringTarget final : public HelmswayCmds::ITextTarget {
  public:
   explicit StringTarget(std::string& target) noexcept : target_(target) {}
-  HelmswayCmds::Result Assign(HelmswayCmds::Text text) noexcept override;
+  HelmswayCmds::Result Assign(HelmswayCmds::Text text) noexcept override {
+    return AtBoundary([&] { target_ = AsView(text); });
+  }
 
  private:
   std::string& target_;
@@ -30,7 +35,15 @@ class StringTarget final : public HelmswayCmds::ITextTarget {
 class StringListTarget final : public HelmswayCmds::ITextListTarget {
  public:
   explicit StringListTarget(std::vector<std::string>& target) noexcept : target_(target) {}
-  HelmswayCmds::Result Assign(const HelmswayCmds::Text* texts, std::size_t count) noexcept override;
+  HelmswayCmds::Result Assign(const HelmswayCmds::Text* texts, std::size_t count) noexcept override {
+    if (texts == nullptr && count > 0) return HelmswayCmds::Result::InvalidPointer;
+    return AtBoundary([&] {
+      std::vector<std::string> parts;
+      parts.reserve(count);
+      for (std::size_t i = 0; i < count; ++i) parts.emplace_back(AsView(texts[i]));
+      target_ = std::move(parts);
+    });
+  }
 
  private:
   std::vector<std::string>& target_;
