@@ -10,6 +10,7 @@
 #include "bench/desktop/Installation.h"
 #include "bench/desktop/MainWindow.h"
 #include "bench/desktop/StartProblems.h"
+#include "bench/host/AddInPlace.h"
 #include "bench/host/Locale.h"
 #include "bench/host/Registration.h"
 #include "bench/instrument/InstallationCheck.h"
@@ -68,7 +69,7 @@ Start Prepare(const BenchOptions& options) {
     throw std::runtime_error(session.installation.string() + " is not a folder.");
   }
   session.addIn = options.addIn;
-  if (session.addIn.empty()) FindAddIn(program / "libOrvelCalibrateS.so", start);
+  if (session.addIn.empty()) FindAddIn(AddInOfPrograms(program), start);
   session.seed = options.seed;
   session.factor = options.factor;
   return start;

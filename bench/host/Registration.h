@@ -22,8 +22,8 @@ struct FoundAddIn {
 
 /// The registered add-in; where none is registered, or the library is gone, the one at `beside` is registered, by its
 /// own entry point, and taken. Throws `std::exception` when there is neither, and `AddInLibraryError` when others may
-/// change the registered library or its folder. The one at `beside` is exempt from that: others who may write there may
-/// replace the program itself.
+/// change the registered library or its folder. The one at `beside`, which comes with the program, is exempt from that:
+/// others who may write there may replace the program itself.
 FoundAddIn FindAddIn(const std::filesystem::path& beside);
 
 }  // namespace Helmsway::Registration

@@ -4,6 +4,8 @@
 #include <map>
 #include <string>
 
+#include "bench/host/AddInPlace.h"
+
 namespace Helmsway {
 namespace {
 
@@ -18,7 +20,7 @@ std::optional<ReplayOptions> ParseCommandLine(int argc, const char* const* argv,
                                               std::ostream& err, ExitStatus& status) {
   ReplayOptions options;
   std::string configuration = (programFolder / "../share/helmsway/examples/installation").lexically_normal().string();
-  std::string addIn = (programFolder / "libOrvelCalibrateS.so").string();
+  std::string addIn = AddInOfPrograms(programFolder).string();
   std::string instrument = "simulated";
   std::string format = "jsonl";
   std::string trace;

@@ -3,7 +3,9 @@
 #include <sstream>
 #include <vector>
 
+#include "bench/host/AddInPlace.h"
 #include "bench/replay/CommandLine.h"
+#include "tests/host/TemporaryFolder.h"
 
 namespace Helmsway {
 namespace {
@@ -37,6 +39,19 @@ TEST(CommandLine, SaysWhatARunIsDoneWith) {
     std::ostringstream err;
     EXPECT_EQ(Parsed(arguments, out, err), expected);
     EXPECT_EQ(err.str().empty(), std::string_view(expected) != "ends 1") << expected;
+  }
+}
+
+TEST(CommandLine, TheAddInIsBesideTheProgramsAsBuiltAndInALibraryFolderAsInstalled) {
+  const TemporaryFolder prefix;
+  const auto found = [&] { return AddInOfPrograms(prefix.PathOf("bin")).string(); };
+  const std::string built = prefix.PathOf("bin/libOrvelCalibrateS.so");
+  const std::string installed = prefix.PathOf("lib/helmsway/libOrvelCalibrateS.so");
+  EXPECT_EQ(found(), built) << "the place to name where there is none";
+  for (const std::string& file : {installed, built}) {
+    std::filesystem::create_directories(std::filesystem::path(file).parent_path());
+    std::ofstream(file).put(' ');
+    EXPECT_EQ(found(), file);
   }
 }
 
