@@ -24,7 +24,13 @@ file(RENAME ${WORK}/first ${prefix})
 set(examples ${prefix}/share/helmsway/examples)
 set(library ${prefix}/lib/helmsway/libOrvelCalibrateS.so)
 
-# The host, whose sources are installed too.
+# The host, whose sources are installed too. The page for authors of hosts shows it as it is.
+file(READ ${CMAKE_CURRENT_LIST_DIR}/../../docs/hosts.md page)
+file(READ ${examples}/host/TinyHost.cpp host)
+string(FIND "${page}" "```cpp\n${host}```" shown)
+if(shown EQUAL -1)
+  message(FATAL_ERROR "docs/hosts.md shows another host than examples/host/TinyHost.cpp")
+endif()
 file(COPY ${examples}/host DESTINATION ${WORK})
 run(ignored ${CMAKE_COMMAND} -S ${WORK}/host -B ${WORK}/host-build -DCMAKE_PREFIX_PATH=${prefix}
     -DCMAKE_CXX_COMPILER=${COMPILER} "-DCMAKE_CXX_FLAGS=-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror")
