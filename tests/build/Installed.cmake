@@ -1,6 +1,7 @@
 # An installed tree, moved to another folder, works: the programs find the library and the examples, and a host that is
 # built outside of this project, against the installed package alone, loads the add-in.
-# cmake -DBUILD=folder -DWORK=folder -DVERSION=1.2.3 -DCOMPILER=g++ -DDESKTOP=ON -P Installed.cmake
+# cmake -DBUILD=folder -DWORK=folder -DVERSION=1.2.3 -DCOMPILER=g++ -DGENERATOR=Ninja -DDESKTOP=ON
+# -P Installed.cmake
 cmake_minimum_required(VERSION 3.25)
 function(run result)
   execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE output ERROR_VARIABLE output RESULT_VARIABLE status TIMEOUT 120)
@@ -33,7 +34,8 @@ if(shown EQUAL -1)
 endif()
 file(COPY ${examples}/host DESTINATION ${WORK})
 run(ignored ${CMAKE_COMMAND} -S ${WORK}/host -B ${WORK}/host-build -DCMAKE_PREFIX_PATH=${prefix}
-    -DCMAKE_CXX_COMPILER=${COMPILER} "-DCMAKE_CXX_FLAGS=-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror")
+    -G ${GENERATOR} -DCMAKE_CXX_COMPILER=${COMPILER}
+    "-DCMAKE_CXX_FLAGS=-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror")
 run(ignored ${CMAKE_COMMAND} --build ${WORK}/host-build)
 run(lines ${WORK}/host-build/tiny-host ${library})
 expect("what the host prints" "${lines}" "^REV\n$")
