@@ -6,8 +6,8 @@
 
 namespace OrvelCalibrateS {
 
-/// Runs what stands behind an operation of the contract. No exception crosses the boundary: whatever leaves the body,
-/// a failed step of a pass-up procedure or a lack of memory, is the failure that the caller is told of.
+/// Runs the body of a contract operation. No exception crosses the boundary: for any exception that leaves the body,
+/// such as a failed step of a pass-up procedure or a lack of memory, the caller gets `Failed`.
 template <class Body>
 HelmswayCmds::Result AtBoundary(Body&& body) noexcept {
   try {

@@ -5,11 +5,12 @@
 #include "addin/base/Ref.h"
 #include "addin/base/Steps.h"
 
-/// Objects of the host, as steps of a procedure.
+/// Steps of a procedure that get objects from the host.
 namespace OrvelCalibrateS {
 
-/// The object that a host call hands out. Fails when the call fails, and when it reports success and hands out nothing.
-/// What a failing call wrote is neither used nor released: only success hands over a reference.
+/// Returns the object that a host call hands out. Fails when the call fails, and when it reports success without an
+/// object. An out value that a failed call has written is neither used nor released: only success hands over a
+/// reference.
 template <class Interface, class Call>
 Ref<Interface> Given(Call&& call) {
   Interface* object = nullptr;
@@ -20,7 +21,7 @@ Ref<Interface> Given(Call&& call) {
   return given;
 }
 
-/// The same for a call that names the interface by its id.
+/// The same, for a call that names the interface by its id.
 template <class Interface, class Call>
 Ref<Interface> GivenById(Call&& call) {
   return Given<Interface>([&](Interface** object) {
@@ -31,8 +32,8 @@ Ref<Interface> GivenById(Call&& call) {
   });
 }
 
-/// A reference of its own to an object that is about to be called: the host may empty the one that is kept, inside the
-/// call. Fails when there is no object.
+/// Returns an additional reference to an object that is about to be called, because the host may clear the stored
+/// reference during the call. Fails when there is no object.
 template <class Interface>
 Ref<Interface> Held(const Ref<Interface>& kept) {
   Require(static_cast<bool>(kept));

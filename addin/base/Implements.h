@@ -6,15 +6,15 @@
 
 namespace OrvelCalibrateS {
 
-/// Base of an object that lives on the heap and offers one interface: counts its references and deletes itself with the
-/// last one. It is made with one reference, which belongs to the maker. For one thread, as all of this is.
+/// Base of a heap object that offers one interface. It counts its references and deletes itself when the last one is
+/// released. A new object has one reference, which belongs to its creator. Single-threaded, like the whole library.
 template <class Interface>
 class Implements : public Interface {
  public:
   Implements(const Implements&) = delete;
   Implements& operator=(const Implements&) = delete;
 
-  /// Whether `QueryInterface` of such an object would hand out that interface.
+  /// Whether `QueryInterface` of such an object hands out that interface.
   static bool Offers(const HelmswayCmds::Id& interfaceId) noexcept {
     return interfaceId == Interface::InterfaceId || interfaceId == HelmswayCmds::IObject::InterfaceId;
   }

@@ -6,12 +6,12 @@
 
 namespace OrvelCalibrateS {
 
-/// A counted reference to an object behind an interface; may be empty.
+/// Counted reference to an object through one of its interfaces; may be empty.
 template <class Interface>
 class Ref {
  public:
   Ref() = default;
-  /// Shares the object: adds a reference of its own.
+  /// Shares the object: adds a reference.
   explicit Ref(Interface* object) noexcept : object_(object) {
     if (object_ != nullptr) object_->AddRef();
   }
@@ -23,7 +23,7 @@ class Ref {
     return *this;
   }
   Ref& operator=(Ref&& other) noexcept {
-    std::swap(object_, other.object_);  // what was held goes with `other`
+    std::swap(object_, other.object_);  // `other` releases the old reference
     return *this;
   }
   ~Ref() {
@@ -35,20 +35,20 @@ class Ref {
   Interface& operator*() const noexcept { return *object_; }
   explicit operator bool() const noexcept { return object_ != nullptr; }
 
-  /// For an out argument: drops what was held and takes over the reference that the callee hands out.
+  /// For an out argument: releases the current reference and takes over the one that the callee hands out.
   Interface** Out() noexcept {
     *this = Ref();
     return &object_;
   }
 
-  /// Gives the reference away, to be released by the receiver.
+  /// Gives up the reference; the receiver must release it.
   [[nodiscard]] Interface* Detach() noexcept { return std::exchange(object_, nullptr); }
 
  private:
   Interface* object_ = nullptr;
 };
 
-/// The object's other interface; empty when the object is empty or doesn't offer it.
+/// Another interface of the object; empty when the object is empty or doesn't offer it.
 template <class Interface>
 Ref<Interface> Query(HelmswayCmds::IObject* object) noexcept {
   Ref<Interface> result;

@@ -6,18 +6,18 @@
 
 /// The vocabulary of the two failure modes.
 ///
-/// Pass-up mode needs no word: the steps are written plainly, and the first one that fails leaves the procedure. Skip
-/// mode is marked step by step with the words below, so that a reader sees the mode on each line.
+/// Pass-up mode needs no marking: the steps are written plainly, and the first one that fails leaves the procedure. In
+/// skip mode each step is marked with one of the functions below, so that each line shows its mode.
 namespace OrvelCalibrateS {
 
 /// Thrown by a step that fails: a host call, a conversion, an index outside its range, a division by zero, an overflow.
-/// It carries no text, because nobody is told.
+/// It carries no text, because no failure is ever shown.
 struct StepFailed {};
 
-/// The mode of a procedure that is shared by callers of both.
+/// The mode of a procedure that has callers in both modes.
 enum class FailureMode { Skip, PassUp };
 
-/// Skip: runs one step; a failure ends that step only. True when it ran through.
+/// Skip: runs one step; a failure ends that step only. Returns true when the step succeeded.
 template <class Step>
 bool Skip(Step&& step) {
   try {
@@ -42,7 +42,7 @@ bool Passes(Test&& test) {
   return passed;
 }
 
-/// Runs one step in the mode given.
+/// Runs one step in the given mode.
 template <class Step>
 void Run(FailureMode mode, Step&& step) {
   if (mode == FailureMode::Skip) {

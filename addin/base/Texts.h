@@ -9,17 +9,17 @@
 #include "addin/base/Boundary.h"
 #include "addin/contract/Component.h"
 
-/// Texts on their way over the boundary, in both directions.
+/// Conversion of texts that cross the boundary, in both directions.
 namespace OrvelCalibrateS {
 
 inline HelmswayCmds::Text AsText(std::string_view text) noexcept { return {text.data(), text.size()}; }
 
-/// A text without data is empty, whatever its size says.
+/// A text without data is empty, whatever its size is.
 inline std::string_view AsView(HelmswayCmds::Text text) noexcept {
   return text.data == nullptr ? std::string_view() : std::string_view(text.data, text.size);
 }
 
-/// An out text that lands in a string. Running out of memory is a failure of the call like any other.
+/// An out text that is stored in a string. Running out of memory fails the call like any other failure.
 class StringTarget final : public HelmswayCmds::ITextTarget {
  public:
   explicit StringTarget(std::string& target) noexcept : target_(target) {}
@@ -31,7 +31,7 @@ class StringTarget final : public HelmswayCmds::ITextTarget {
   std::string& target_;
 };
 
-/// An out row of texts that lands in a vector.
+/// An out row of texts that is stored in a vector.
 class StringListTarget final : public HelmswayCmds::ITextListTarget {
  public:
   explicit StringListTarget(std::vector<std::string>& target) noexcept : target_(target) {}

@@ -45,7 +45,7 @@ constexpr std::array<Instance, 7> instances{{
     {"SDS", &SharedRecords::AxisSDS, Scaling::None},
 }};
 
-/// Brings a serial-dilute line's values to motor steps. A value that can't be scaled stays as it was.
+/// Converts a serial-dilute line's values to motor steps. A value that can't be scaled stays as it was.
 void Scale(AxisRecord& axis, double factor) {
   const auto scaled = [factor](std::int32_t position) { return Rounded<std::int32_t>(position * factor); };
   Put(axis.MmPerStep, [&] { return ToSingle(Divide(axis.MmPerStep, factor)); });
@@ -71,7 +71,7 @@ void ReadAxisData(const Configuration& configuration) {
   const std::string section = "Device_Type" + records.DeviceType.Name + "_Cage" + records.CageType.Name;
   for (const Instance& instance : instances) records.*instance.record = AxisRecord();
 
-  // One working record for all lines: a place that can't be read keeps the value of the line before, scaled or not.
+  // One working record for all lines: a place that can't be read keeps the value of the previous line, scaled or not.
   AxisRecord working;
   WalkItems(FailureMode::Skip, [&](const std::string& number) {
     std::string value;

@@ -8,7 +8,7 @@
 
 namespace OrvelCalibrateS {
 
-/// The cage that is fitted to the instrument. Only `Name` is used; the other fields are held for the file's sake.
+/// The cage that is fitted to the instrument. Only `Name` is used; the other fields only mirror the file.
 struct CageType {
   std::string Name;     ///< the item number; builds the section name of the axes
   std::string Caption;  ///< display text
@@ -24,7 +24,7 @@ struct CageType {
   std::int32_t Place8 = 0;
 };
 
-/// Reads the cage of that item number, or the installed one when `name` is empty. Never fails.
+/// Reads the cage with that item number, or the installed one when `name` is empty. Never fails.
 CageType ReadCageType(const IniFiles& files, std::string_view name = "", std::string_view file = "");
 
 }  // namespace OrvelCalibrateS

@@ -5,7 +5,7 @@
 
 namespace OrvelCalibrateS {
 
-/// The configuration as the add-in works with it: the files, and the shared records that were last read from them.
+/// The add-in's configuration: the files, and the shared records that were last read from them.
 struct Configuration {
   const IniFiles& Files;
   SharedRecords& Records;

@@ -5,7 +5,7 @@
 
 namespace OrvelCalibrateS {
 
-/// Loads the records that describe the machine, each replaced whole, in the order in which they build on one another:
+/// Loads the records that describe the machine, each replaced as a whole, in the order of their dependencies:
 /// `ZCalibration`, `DeviceType`, `CageType`, the seven axis records. Only the first can fail.
 void LoadMachineRecords(const Configuration& configuration, FailureMode mode);
 

@@ -27,8 +27,8 @@ std::size_t SkipSign(std::string_view text, std::size_t at) {
   return at < text.size() && (text[at] == '+' || text[at] == '-') ? at + 1 : at;
 }
 
-/// Length of the longest leading part of the form sign digits point digits exponent; 0 when there is none. Digits may
-/// stand on one side of the point only, and an exponent counts only with a digit.
+/// Length of the longest leading part of the form sign digits point digits exponent; 0 when there is none. Digits on
+/// one side of the point are enough, and an exponent counts only with a digit.
 std::size_t NumberLength(std::string_view text) {
   const std::size_t start = SkipSign(text, 0);
   std::size_t end = SkipDigits(text, start);
@@ -46,8 +46,8 @@ std::size_t NumberLength(std::string_view text) {
   return end;
 }
 
-/// Whether a number that doesn't fit a double is too large, rather than too close to zero: by the power of ten of its
-/// first digit other than 0.
+/// Whether a number that doesn't fit a double is too large, rather than too close to zero. The power of ten of its
+/// first non-zero digit decides.
 bool IsTooLarge(std::string_view number) {
   const std::size_t mark = number.find_first_of("eE");
   const std::string_view digits = number.substr(0, mark);
@@ -62,10 +62,10 @@ bool IsTooLarge(std::string_view number) {
   const auto [end, error] =
       std::from_chars(exponentDigits.data(), exponentDigits.data() + exponentDigits.size(), exponent);
   if (error != std::errc()) return exponentDigits.front() != '-';
-  return exponent > -power;  // and not their sum, which overflows
+  return exponent > -power;  // not their sum, which overflows
 }
 
-/// The value of a text that is a number as a whole; infinite when it is too large, 0 when it is too close to zero.
+/// The value of a text that consists of one number; infinite when it is too large, 0 when it is too close to zero.
 double Value(std::string_view number) {
   if (number.front() == '+') number.remove_prefix(1);
   double value = 0;
@@ -85,7 +85,7 @@ std::optional<bool> TruthWord(std::string_view text) {
 
 std::string Formatted(double value, std::chars_format format, int precision) {
   Require(std::isfinite(value));
-  std::array<char, 400> buffer{};  // a double has at most 309 digits in front of the point
+  std::array<char, 400> buffer{};  // a double has at most 309 digits before the point
   const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, format, precision);
   Require(error == std::errc());
   return {buffer.data(), end};
@@ -142,7 +142,7 @@ bool Flag(std::string_view text, std::string_view decimalSeparator) {
 }
 
 double RoundTiesToEven(double value) {
-  // Written out, since the library's rounding functions follow the host's floating-point environment.
+  // Written out because the library's rounding functions depend on the host's floating-point environment.
   const double below = std::floor(value);
   const double rest = value - below;
   if (rest > 0.5) return below + 1;

@@ -9,37 +9,38 @@
 #include "addin/base/Steps.h"
 #include "addin/config/MachineLocale.h"
 
-/// The one way in which a text of the configuration becomes a value. A conversion that fails throws `StepFailed`.
+/// All conversions of configuration texts to values. A conversion that fails throws `StepFailed`.
 namespace OrvelCalibrateS {
 
 /// The text unchanged.
 std::string PlainText(std::string_view text);
-/// The text without its double quotes, wherever they stand.
+/// The text without any of its double quotes.
 std::string CleanText(std::string_view text);
-/// The text without the blanks at its ends.
+/// The text without leading and trailing blanks.
 std::string TrimmedText(std::string_view text);
-/// The text with the letters a to z as capitals; all other bytes stay.
+/// The text with the letters a to z in upper case; all other bytes are unchanged.
 std::string UpperCased(std::string_view text);
 
-/// The longest leading part that reads as a decimal number, "." being the decimal point in every locale; blanks and
-/// tabs are skipped wherever they stand in it. 0 when there is no leading number; infinite when it is too large for a
+/// The value of the longest leading part that is a decimal number. The decimal point is "." in every locale; blanks and
+/// tabs are skipped anywhere in the number. 0 when there is no leading number; infinite when it is too large for a
 /// double.
 double Number(std::string_view text);
 /// Whether `Number` of the text isn't 0.
 bool NumberFlag(std::string_view text);
 
-/// The whole text as a number with that decimal separator, blanks and tabs at both ends aside. Fails on anything else,
-/// on thousands separators, and on a number that is too large for a double.
+/// The whole text as a number with that decimal separator. Blanks and tabs at both ends are ignored. Fails on anything
+/// else, on thousands separators, and on a number that is too large for a double.
 double StrictNumber(std::string_view text, std::string_view decimalSeparator = MachineDecimalSeparator());
 /// The word True or False in any letter case, or a strict number, 0 being False. Fails on any other text.
 bool Flag(std::string_view text, std::string_view decimalSeparator = MachineDecimalSeparator());
 
-/// The nearest whole number, a tie going to the even neighbour: how a value is stored in a whole-number field.
+/// The nearest whole number; a tie goes to the even neighbour. For values that are stored in whole-number fields.
 double RoundTiesToEven(double value);
-/// The nearest whole number, a half going away from zero: how a value becomes a command argument.
+/// The nearest whole number; a half is rounded away from zero. For values that become command arguments.
 double RoundTiesAway(double value);
 
-/// A value that is whole already as that integer; fails when it is outside the type's range or isn't a number.
+/// Converts a value that is already whole to that integer type; fails when it is outside the type's range or isn't a
+/// number.
 template <std::signed_integral Whole>
 Whole ToWhole(double value) {
   constexpr double lowest = std::numeric_limits<Whole>::min();
@@ -49,7 +50,7 @@ Whole ToWhole(double value) {
   return static_cast<Whole>(value);
 }
 
-/// A value as single precision; fails when it is too large.
+/// Converts a value to single precision; fails when it is too large.
 float ToSingle(double value);
 
 template <std::signed_integral Whole>
@@ -83,7 +84,7 @@ Real StrictReal(std::string_view text, std::string_view decimalSeparator = Machi
 /// A quotient; fails when the divisor is 0.
 double Divide(double dividend, double divisor);
 
-/// Sums and products of whole numbers in the width of their type; they fail on an overflow.
+/// Sums and products of whole numbers in the width of their type; fail on an overflow.
 std::int32_t Add(std::int32_t left, std::int32_t right);
 std::int32_t Multiply(std::int32_t left, std::int32_t right);
 std::int16_t Multiply16(std::int16_t left, std::int16_t right);
@@ -93,8 +94,8 @@ std::int16_t Multiply16(std::int16_t left, std::int16_t right);
 std::string WholeNumber(double value);
 /// The same with a minus sign in front, whatever the value: "-30", "--30" for -30, "-0".
 std::string NegatedWholeNumber(double value);
-/// Whole-number format read back as a number: as a term of a sum, and as a whole number. The former fails when the
-/// value isn't finite, the latter outside 32 bits.
+/// A value in whole-number format, read back as a number: as a term of a sum, and as a whole number. The former fails
+/// when the value isn't finite, the latter outside 32 bits.
 double WholeNumberTerm(double value);
 std::int32_t WholeNumberValue(double value);
 /// General form with up to 15 significant digits and "." as decimal point. Fails when the value isn't finite.

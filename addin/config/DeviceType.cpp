@@ -38,13 +38,13 @@ constexpr auto rowsBehindFirmware = std::tuple{
     Key("SerialDiluteIsCalibrated", &DeviceType::SerialDiluteIsCalibrated, Convert::Flag{}),
 };
 
-/// A version place with at least two digits.
+/// A component of the version, with at least two digits.
 std::string TwoDigits(const std::string& versionPlace) {
   const std::string digits = WholeNumber(Number(versionPlace));
   return digits.size() == 1 ? "0" + digits : digits;
 }
 
-/// "1.2.3" gives 10203. Fails on fewer than three places, and outside 32 bits.
+/// "1.2.3" gives 10203. Fails on fewer than three components, and outside 32 bits.
 std::int32_t FirmwareNumberOf(const SplitResult& version) {
   const std::string joined = TwoDigits(version.Place(0)) + TwoDigits(version.Place(1)) + TwoDigits(version.Place(2));
   return StrictWhole<std::int32_t>(joined, ".");

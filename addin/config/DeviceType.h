@@ -8,7 +8,7 @@
 
 namespace OrvelCalibrateS {
 
-/// Which model of the instrument this is and what it can do. Fields without a comment are held for the file's sake.
+/// Which model of the instrument this is and what it can do. Fields without a comment only mirror the file.
 struct DeviceType {
   std::string Name;       ///< the item number; builds the section names of axes, positions and calibrations
   std::string Caption;    ///< display text
@@ -18,15 +18,15 @@ struct DeviceType {
   bool DownloadCalibrationData = false;
   bool ImportCalibrationData = false;
   bool ExportCalibrationData = false;
-  bool SDXYEncoderStatus = false;         ///< picks which of the two factors counts
+  bool SDXYEncoderStatus = false;         ///< selects one of the two factors below
   double SDXYEncoderMMStepFactorOn = 0;   ///< motor steps per unit of serial-dilute X and Y values, encoder on
   double SDXYEncoderMMStepFactorOff = 0;  ///< the same, encoder off
   bool CollisionDetectEnableZ = false;
-  bool ZCollisionStatus = false;  ///< held only: sequences read the key itself, at the moment they need it
+  bool ZCollisionStatus = false;  ///< only mirrors the file: sequences read the key itself when they need it
   bool CollisionDetectEnableSDXY = false;
   bool SDXYCollisionStatus = false;
   std::string Firmware;             ///< a dotted version text
-  std::int32_t FirmwareNumber = 0;  ///< 10203 for "1.2.3"; 0 when the text has fewer than three places
+  std::int32_t FirmwareNumber = 0;  ///< 10203 for "1.2.3"; 0 when the text has fewer than three components
   bool AxisCalibratedXY = false;
   bool AxisCalibratedZ = false;
   bool AxisCalibratedSDXY = false;
@@ -36,11 +36,11 @@ struct DeviceType {
   bool SerialDiluteIsCalibrated = false;
 };
 
-/// Reads the device of that item number, or the installed one when `name` is empty; then `name` is set to its number.
-/// Never fails: what isn't in the file stays empty.
+/// Reads the device with that item number, or the installed one when `name` is empty; then `name` is set to its number.
+/// Never fails: values that aren't in the file stay empty.
 DeviceType ReadDeviceType(const IniFiles& files, std::string& name, std::string_view file = "");
 
-/// Factor by which serial-dilute X and Y values of the file become motor steps.
+/// Factor that converts serial-dilute X and Y values of the file to motor steps.
 double SDXYStepFactor(const DeviceType& device);
 
 }  // namespace OrvelCalibrateS

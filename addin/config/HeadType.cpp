@@ -15,7 +15,7 @@ namespace {
 constexpr std::string_view section = "HeadType";
 constexpr std::size_t headCodePlace = 16;
 
-/// In the order of the places; the reader and the writer walk it both.
+/// In the order of the places. The reader and the writer use the same rows.
 constexpr auto rows = std::tuple{
     Place(0, &HeadType::Name, Convert::CleanText{}),
     Place(1, &HeadType::Kind, Convert::PlainText{}),
@@ -55,7 +55,7 @@ constexpr std::array<VolumeClass, 5> volumeClasses{{
     {1250, "1250", &ZCalibration::TipMountDepth1250},
 }};
 
-/// The tip mount depth of a volume class, compared exactly; 0 for any other volume.
+/// The tip mount depth of the volume's class. The volume is compared exactly; 0 for any other volume.
 double TipMountDepth(double volume, const ZCalibration& calibration) {
   for (const VolumeClass& row : volumeClasses) {
     if (volume == row.volume) return calibration.*row.tipMountDepth;
@@ -91,7 +91,7 @@ void ReadSerialDiluteKeys(HeadType& head, const Configuration& configuration) {
 std::vector<std::string> LineOf(const HeadType& head) {
   std::vector<std::string> texts(placeCount);
   std::apply([&](const auto&... row) { ((texts[row.place] = row.conversion.ToText(head.*row.field)), ...); }, rows);
-  // The release position moves with the S position; what the record holds of it is that of the old one.
+  // The release position moves with the S position; the record still holds the one for the old S position.
   texts[10] = GeneralForm(static_cast<double>(head.SPosition) + head.SDHeadEjectOffset);
   return texts;
 }
@@ -116,7 +116,8 @@ HeadType ReadHeadType(const Configuration& configuration, std::string_view item,
   RowReader(head, configuration.Files, section, source.line).Read(rows);
   head.TipMountDepth = TipMountDepth(head.Volume, configuration.Records.ZCalibration);
 
-  // The test looks at the line's place, not at the field: a line that ends before it makes the test fail, and so pass.
+  // The test reads the line's place, not the field. On a line that ends before that place the test fails, and a failed
+  // test counts as passed.
   const bool hasSerialDiluteKeys = Passes([&] {
     const bool isShortOneChannel = source.line.Place(headCodePlace) == ShortOneChannelCode;
     return head.Kind == SerialDiluteKind || (head.Kind == CalibrateKind && isShortOneChannel);

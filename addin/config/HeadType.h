@@ -11,7 +11,7 @@ namespace OrvelCalibrateS {
 struct AxisRecord;
 struct Configuration;
 
-/// A pipette head, teach tools among them. Fields without a comment are held for the file's sake.
+/// A pipette head. Teach tools are heads, too. Fields without a comment only mirror the file.
 struct HeadType {
   std::string Index;  ///< the item number
   std::string Name;   ///< display text; empty means no such head, and ends every walk of the list
@@ -28,7 +28,7 @@ struct HeadType {
   std::int32_t Field11 = 0;
   double EjectZOffset = 0;    ///< Z steps: added to the nest height when the head is ejected
   double CollectZOffset = 0;  ///< Z steps: added to the nest height when the head is collected
-  std::string HeadCode;       ///< head shape, which the nest's slots name too
+  std::string HeadCode;       ///< head shape, as named in the nest's slots
   bool Flag17 = false;
   std::int32_t SPosition = 0;  ///< S steps: the calibrated S position
   double SPositionMM = 0;      ///< mm: length of the tip eject stroke
@@ -48,22 +48,22 @@ inline constexpr std::string_view CalibrateKind = "CALIBRATE";
 inline constexpr std::string_view MicrotiterKind = "MICROTITER";
 inline constexpr std::string_view ShortOneChannelCode = "1_CH_SHORT";
 
-/// The volume class as calibration values name it: "12" for 12.5, "30", "125", "300", "1250"; compared exactly, empty
-/// for any other volume.
+/// The volume class as it is named in calibration values: "12" for 12.5, "30", "125", "300", "1250". The volume is
+/// compared exactly; the text is empty for any other volume.
 std::string_view VolumeClassWord(double volume);
 
-/// The one-channel teach tool, with which the S axis is calibrated.
+/// Whether the head is the one-channel teach tool, which is used to calibrate the S axis.
 bool IsTeachTool(const HeadType& head);
 
-/// Whether a calibration of the S axis gives the head its S position.
+/// Whether a calibration of the S axis sets the head's S position.
 bool IsCalibrated(const HeadType& head);
 
-/// Reads the head of that item number, or the installed one when `item` is empty. The shared `ZCalibration` and axis
-/// records must have been loaded. Never fails: what isn't in the file stays empty.
+/// Reads the head with that item number, or the installed one when `item` is empty. The shared `ZCalibration` and axis
+/// records must have been loaded. Never fails: values that aren't in the file stay empty.
 HeadType ReadHeadType(const Configuration& configuration, std::string_view item = "", std::string_view file = "");
 
-/// Writes the head's item line back, place 10 being worked out anew from `SPosition`. In pass-up mode up to the line,
-/// which is then written or not, as the file allows.
+/// Writes the head's item line back; place 10 is computed again from `SPosition`. A formatting error is passed up; a
+/// failed write is ignored.
 void WriteHeadType(const IniFiles& files, const HeadType& head, std::string_view file);
 
 }  // namespace OrvelCalibrateS

@@ -11,24 +11,24 @@
 
 namespace OrvelCalibrateS {
 
-/// A text taken apart at a separator.
+/// A text that is split at a separator.
 struct SplitResult {
-  std::vector<std::string> parts;  ///< all pieces, an empty one behind a last separator included
-  std::int32_t count = 0;          ///< how many of them are to be used when the text is a list of lines
+  std::vector<std::string> parts;  ///< all pieces, including an empty one after a final separator
+  std::int32_t count = 0;          ///< number of pieces to use when the text is a list of lines
 
   bool Has(std::size_t number) const { return number < parts.size(); }
-  /// The piece of that number, from 0; fails when there is none.
+  /// The piece with that index, from 0; fails when there is none.
   const std::string& Place(std::size_t number) const;
 };
 
-/// The two configuration files beside the add-in library, by way of the host's `IniService`. Nothing is kept: each call
-/// goes to the file. Every operation is a step that fails when the host's call does.
+/// Access to the two configuration files beside the add-in library, through the host's `IniService`. Nothing is cached:
+/// each call goes to the file. Every operation is a step that fails when the host's call fails.
 class IniFiles {
  public:
   using ServiceSource = std::function<Ref<HelmswayCmds::IIniService>()>;
 
-  /// `service` is asked at each use and gives an empty reference when there is no service.
-  /// `addInFolder` is the folder of the add-in library, without a separator at its end.
+  /// `service` is called at each use and returns an empty reference when there is no service. `addInFolder` is the
+  /// folder of the add-in library, without a separator at its end.
   IniFiles(ServiceSource service, const std::string& addInFolder);
 
   const std::string& MarivaneIni() const { return marivaneIni_; }

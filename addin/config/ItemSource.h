@@ -15,19 +15,19 @@ enum class EmptyItem {
   AsGiven,    ///< nothing special: the key is the bare word "Item"
 };
 
-/// A catalogue entry found and taken apart, ready to fill a record. In skip mode throughout: what can't be read is
+/// A catalogue entry, located and split, ready to fill a record. In skip mode throughout: a part that can't be read is
 /// empty.
 struct ItemSource {
   std::string item;
   SplitResult line;
 };
 
-/// The steps that all record readers begin with: file, item number, line, split. An empty `file` is Marivane.ini.
+/// The first steps of every record reader: file, item number, line, split. An empty `file` is Marivane.ini.
 ItemSource FindItem(const IniFiles& files, std::string_view section, std::string_view item, std::string_view file,
                     EmptyItem emptyItem);
 
-/// The shared walk by number: calls `visit` with "1", "2", "3" and onward until it gives False. The counter has 16
-/// bits: behind 32767 the walk ends in skip mode, and fails in pass-up mode.
+/// Walks a list by number: calls `visit` with "1", "2", "3" and so on until it returns false. The counter has 16 bits:
+/// after 32767 the walk ends in skip mode, and fails in pass-up mode.
 template <class Visit>
 void WalkItems(FailureMode mode, Visit&& visit) {
   constexpr std::int32_t last = 32767;

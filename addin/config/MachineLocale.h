@@ -4,8 +4,8 @@
 
 namespace OrvelCalibrateS {
 
-/// The decimal separator of the machine's locale, in UTF-8: that of the user's environment as it was at the first call,
-/// and "." where that names no locale that the machine has.
+/// The decimal separator of the machine's locale, in UTF-8. The user's environment at the first call selects the
+/// locale; the separator is "." when the machine doesn't have that locale.
 const std::string& MachineDecimalSeparator();
 
 }  // namespace OrvelCalibrateS

@@ -31,8 +31,8 @@ void ReadSlot(NestSlot& slot, const char* slotNumber, std::size_t basePlace, con
   });
 }
 
-/// The name must be a copy of what the caller was given: that may be a field of a shared record, which the host can
-/// have replaced inside a read.
+/// The name must be a copy of the caller's text: the original may be a field of a shared record, and the host can cause
+/// that record to be replaced during a read.
 NestType FindOnPosition(const Configuration& configuration, const std::string& positionName) {
   NestType nest;
   WalkItems(FailureMode::Skip, [&](const std::string& number) {

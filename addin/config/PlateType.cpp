@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::string_view section = "PlateType";
 
-/// The numbers are read strictly, unlike a tip's: text behind a number makes the whole place fail.
+/// The numbers are read strictly, unlike a tip's: text after a number makes the whole place fail.
 constexpr auto rows = std::tuple{
     Place(0, &PlateType::Name, Convert::CleanText{}),
     Place(1, &PlateType::Kind, Convert::PlainText{}),

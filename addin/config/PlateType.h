@@ -8,11 +8,11 @@
 
 namespace OrvelCalibrateS {
 
-/// A plate or a tip rack. Fields without a comment are held for the file's sake.
+/// A plate or a tip rack. Fields without a comment only mirror the file.
 struct PlateType {
   std::string Item;  ///< the item number
   std::string Name;  ///< display text
-  std::string Kind;  ///< "TIPRACK" for what tips are collected from
+  std::string Kind;  ///< "TIPRACK" for a rack that tips are collected from
   std::int16_t Place2 = 0;
   std::int16_t Place3 = 0;
   double PlateHeight = 0;  ///< mm
@@ -43,7 +43,7 @@ struct PlateType {
   bool Place27 = false;
 };
 
-/// Reads the plate of that item number; "Installed" plays no part. Never fails.
+/// Reads the plate with that item number; the key "Installed" isn't used. Never fails.
 PlateType ReadPlateType(const IniFiles& files, std::string_view item, std::string_view file = "");
 
 }  // namespace OrvelCalibrateS

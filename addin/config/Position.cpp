@@ -9,7 +9,7 @@
 namespace OrvelCalibrateS {
 namespace {
 
-/// A position rounds a half away from zero; a calibration's values go to the even neighbour.
+/// A position's values round a half away from zero; a calibration's values round a tie to the even neighbour.
 auto Rows(double stepFactor) {
   const Convert::ScaledHalfAway scaled{stepFactor};
   return std::tuple{
@@ -35,8 +35,8 @@ auto Rows(double stepFactor) {
   };
 }
 
-/// The name must be a copy of what the caller was given: that may be a field of a shared record, which the host can
-/// have replaced inside a read.
+/// The name must be a copy of the caller's text: the original may be a field of a shared record, and the host can cause
+/// that record to be replaced during a read.
 Position FindByName(const Configuration& configuration, const std::string& name) {
   Position position;
   WalkItems(FailureMode::Skip, [&](const std::string& number) {

@@ -11,10 +11,11 @@
 #include "addin/config/IniFiles.h"
 
 /// A record's line and plain keys as a table: one row for each field, in the order in which the fields are filled.
-/// Readers and writers walk the same rows.
+/// Readers and writers use the same rows.
 namespace OrvelCalibrateS {
 
-/// How the text of a row becomes the value of its field, and back. `From` fails as the conversion of that name does.
+/// Converts the text of a row to the value of its field, and back. `From` fails when the conversion with that name
+/// fails.
 namespace Convert {
 
 struct PlainText {
@@ -92,7 +93,7 @@ struct StrictWhole {
   }
 };
 
-/// Number × factor as a whole number, a half going away from zero.
+/// Number × factor as a whole number; a half is rounded away from zero.
 struct ScaledHalfAway {
   double factor;
   template <class Field>
@@ -101,7 +102,7 @@ struct ScaledHalfAway {
   }
 };
 
-/// Number × factor as a whole number, a tie going to the even neighbour.
+/// Number × factor as a whole number; a tie goes to the even neighbour.
 struct ScaledTiesToEven {
   double factor;
   template <class Field>
@@ -110,7 +111,7 @@ struct ScaledTiesToEven {
   }
 };
 
-/// Number / divisor as a whole number, a half going away from zero. Fails on a divisor of 0.
+/// Number / divisor as a whole number; a half is rounded away from zero. Fails on a divisor of 0.
 struct DividedHalfAway {
   double divisor;
   template <class Field>
@@ -121,7 +122,7 @@ struct DividedHalfAway {
 
 }  // namespace Convert
 
-/// A field that comes from a place of the item line.
+/// A field that is read from a place of the item line.
 template <class Record, class Field, class Conversion>
 struct PlaceRow {
   std::size_t place;
@@ -129,7 +130,7 @@ struct PlaceRow {
   Conversion conversion;
 };
 
-/// A field that comes from a plain key of the record's section.
+/// A field that is read from a plain key of the record's section.
 template <class Record, class Field, class Conversion>
 struct KeyRow {
   std::string_view key;
@@ -149,8 +150,8 @@ constexpr KeyRow<Record, Field, Conversion> Key(std::string_view key, Field Reco
   return {key, field, conversion, defaultValue};
 }
 
-/// Fills a record from a split item line, row by row. A place that isn't there and a text that can't be converted cost
-/// that one field only, which keeps what it had.
+/// Fills a record from a split item line, row by row. A missing place or a text that can't be converted affects only
+/// that one field, which keeps its value.
 template <class Record>
 class RowReader {
  public:
@@ -166,7 +167,8 @@ class RowReader {
  private:
   template <class Owner, class Field, class Conversion>
   void ReadRow(const PlaceRow<Owner, Field, Conversion>& row) const {
-    // Lines often end early. A step that can only fail isn't begun, since failing takes longer than all else here.
+    // Lines often end early. A step that can only fail is left out, because a failure takes longer than everything else
+    // here.
     if (!line_.Has(row.place)) return;
     Put(record_.*row.field, [&] { return row.conversion.template From<Field>(line_.Place(row.place)); });
   }

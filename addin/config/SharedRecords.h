@@ -10,8 +10,8 @@
 
 namespace OrvelCalibrateS {
 
-/// The records that live as long as the library, one instance each, replaced whole by each load. Sequences find here
-/// what the last load left.
+/// The records that live as long as the library, one instance each. Each load replaces its record as a whole. Sequences
+/// use the content of the last load.
 struct SharedRecords {
   OrvelCalibrateS::ZCalibration ZCalibration;
   OrvelCalibrateS::DeviceType DeviceType;

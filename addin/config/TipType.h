@@ -8,7 +8,7 @@
 
 namespace OrvelCalibrateS {
 
-/// A pipette tip. Fields without a comment are held for the file's sake.
+/// A pipette tip. Fields without a comment only mirror the file.
 struct TipType {
   std::string Item;  ///< the item number
   std::string Name;  ///< display text; empty means no tip
@@ -34,7 +34,7 @@ struct TipType {
   double Place19 = 0;
 };
 
-/// Reads the tip of that item number, or the one on the head when `item` is empty. Never fails.
+/// Reads the tip with that item number, or the one on the head when `item` is empty. Never fails.
 TipType ReadTipType(const IniFiles& files, std::string_view item = "", std::string_view file = "");
 
 }  // namespace OrvelCalibrateS

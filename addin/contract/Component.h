@@ -4,32 +4,32 @@
 #include <cstddef>
 #include <cstdint>
 
-/// The component model under the host library: how an object is asked for its interfaces, counted and created. On a
-/// platform with a component model of its own these few declarations give way to that platform's.
+/// The component model of the host library: queries for interfaces, reference counts and the creation of objects. On a
+/// platform with its own component model, that platform's declarations replace these.
 namespace HelmswayCmds {
 
-/// Outcome of every operation that crosses the boundary. No exception ever does. An operation that doesn't give `Ok`
+/// Outcome of every operation that crosses the boundary. No exception ever does. An operation that doesn't return `Ok`
 /// has had no effect and has left its out values untouched.
 enum class Result : std::int32_t {
   Ok = 0,
-  Failed = -2147467259,             ///< 0x80004005: the operation could not be done
+  Failed = -2147467259,             ///< 0x80004005: the operation failed
   NoInterface = -2147467262,        ///< 0x80004002: the object doesn't offer that interface
   InvalidPointer = -2147467261,     ///< 0x80004003: an out argument is missing
   ClassNotAvailable = -2147221231,  ///< 0x80040111: the library doesn't serve that class
 };
 
-/// A Boolean as it crosses the boundary: 16 bits, True is -1. Whatever isn't 0 counts as True.
+/// A Boolean at the boundary: 16 bits, True is -1. Every value but 0 counts as True.
 using Boolean = std::int16_t;
 inline constexpr Boolean True = -1;
 inline constexpr Boolean False = 0;
 
-/// A text on its way in: UTF-8, not terminated, valid for the length of the call only.
+/// An in text: UTF-8, not terminated, valid only during the call.
 struct Text {
   const char* data = nullptr;
   std::size_t size = 0;
 };
 
-/// Where a callee puts a text on its way out. The caller owns the target, the callee the text.
+/// The target of an out text: the callee stores the text in it. The caller owns the target, the callee the text.
 class ITextTarget {
  public:
   virtual Result Assign(Text text) noexcept = 0;
@@ -38,7 +38,7 @@ class ITextTarget {
   ~ITextTarget() = default;
 };
 
-/// Where a callee puts a row of texts on its way out; replaces what the target held.
+/// The target of an out row of texts: the callee stores the texts in it and so replaces the target's content.
 class ITextListTarget {
  public:
   virtual Result Assign(const Text* texts, std::size_t count) noexcept = 0;
@@ -47,7 +47,7 @@ class ITextListTarget {
   ~ITextListTarget() = default;
 };
 
-/// Names an interface or a class for all time: one that changes gets a new one.
+/// The permanent identity of an interface or a class: a changed interface or class gets a new identity.
 struct Id {
   std::uint32_t data1 = 0;
   std::uint16_t data2 = 0;
@@ -62,9 +62,9 @@ class IObject {
  public:
   static constexpr Id InterfaceId{0x00000000, 0x0000, 0x0000, {0xc0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
 
-  /// Hands out the interface as a counted reference, `*object` being of that interface's type.
+  /// Hands out the interface as a counted reference; `*object` has that interface's type.
   virtual Result QueryInterface(const Id& interfaceId, void** object) noexcept = 0;
-  /// Both give the number of references that are now held.
+  /// Both return the number of references that are now held.
   virtual std::uint32_t AddRef() noexcept = 0;
   virtual std::uint32_t Release() noexcept = 0;
 
@@ -72,7 +72,7 @@ class IObject {
   ~IObject() = default;
 };
 
-/// Makes objects of one class.
+/// Creates objects of one class.
 class IClassFactory : public IObject {
  public:
   static constexpr Id InterfaceId{0x00000001, 0x0000, 0x0000, {0xc0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
@@ -83,7 +83,7 @@ class IClassFactory : public IObject {
   ~IClassFactory() = default;
 };
 
-/// Signature of the operation by which a library or a host process hands out its class factories.
+/// Signature of the function through which a library or a host process hands out its class factories.
 using GetClassObjectFunction = Result (*)(const Id* classId, const Id* interfaceId, void** object);
 
 }  // namespace HelmswayCmds

@@ -4,8 +4,9 @@
 
 #include "addin/contract/Component.h"
 
-/// The host's command library: the add-in's one road to the instrument, the configuration files and the host window,
-/// and the interfaces by which the host works the add-in. The order of the operations is the order of their slots.
+/// The host's command library: the add-in's only access to the instrument, the configuration files and the host window,
+/// and the interfaces through which the host operates the add-in. The order of the operations is the order of their
+/// slots.
 namespace HelmswayCmds {
 
 /// Reads and writes configuration files. The host serves one object of this class to each add-in.
@@ -14,15 +15,15 @@ class IIniService : public IObject {
   static constexpr Id InterfaceId{0xc39a27cd, 0x9c1a, 0x4eb8, {0x99, 0x5e, 0x26, 0xa0, 0x45, 0xeb, 0x6a, 0x13}};
   static constexpr Id ClassId{0x12090a0e, 0x7d68, 0x4e8e, {0xb8, 0x6c, 0x8c, 0xf5, 0x30, 0xf4, 0x3b, 0x2e}};
 
-  /// Gives the text of the key, or `defaultValue` when the file, the section or the key isn't there.
-  /// Section and key names match in any letter case.
+  /// Returns the text of the key, or `defaultValue` when the file, the section or the key doesn't exist. Section and
+  /// key names match in any letter case.
   virtual Result ReadIni(Text section, Text key, Text filePath, Text defaultValue, ITextTarget& value) noexcept = 0;
 
-  /// The key holds `value` afterwards; file, section and key are made when absent.
+  /// Sets the key to `value`; creates file, section and key when absent.
   virtual Result WriteIni(Text section, Text key, Text filePath, Text value) noexcept = 0;
 
-  /// Gives all pieces of `text` between the separators, an empty one behind a last separator included; `count` leaves
-  /// that empty last piece out. An empty text has no pieces and the count 0.
+  /// Returns all pieces of `text` between the separators, including an empty one after a final separator; `count`
+  /// doesn't include that empty last piece. An empty text has no pieces and the count 0.
   virtual Result SplitText(ITextListTarget& parts, Text separator, Text text, std::int32_t* count) noexcept = 0;
 
  protected:
@@ -35,10 +36,10 @@ class IDeviceLink : public IObject {
   static constexpr Id InterfaceId{0x8edd470a, 0xa160, 0x4e4b, {0x82, 0xff, 0xab, 0x92, 0x99, 0x5d, 0x44, 0x7c}};
 
   /// Sends one command line, without a line end, and returns when the instrument has finished; window events run while
-  /// it waits. `ok` is True for success, False for a refusal. `third` means nothing and is 0.
+  /// it waits. `ok` is True for success, False for a refusal. `third` has no meaning and is 0.
   virtual Result SendCommand(Text command, ITextTarget& reply, std::int32_t third, Boolean* ok) noexcept = 0;
 
-  /// Keeps the value last written, also while a `SendCommand` is under way.
+  /// Holds the value last written, also while a `SendCommand` is under way.
   virtual Result GetStopRequested(Boolean* value) noexcept = 0;
   virtual Result PutStopRequested(Boolean value) noexcept = 0;
 
@@ -54,7 +55,7 @@ class IParentConnection : public IObject {
  public:
   static constexpr Id InterfaceId{0x71bcc10f, 0xb991, 0x4cc4, {0xa9, 0x43, 0xdf, 0x9e, 0x9c, 0xc6, 0xb0, 0xdb}};
 
-  /// Gives the one `DeviceLink` of this connection.
+  /// Returns the only `DeviceLink` of this connection.
   virtual Result GetDeviceLink(IDeviceLink** link) noexcept = 0;
 
  protected:
@@ -78,7 +79,7 @@ class IStatusBar : public IObject {
  public:
   static constexpr Id InterfaceId{0x283bd060, 0xda07, 0x450d, {0x9d, 0xef, 0xb7, 0xef, 0x4c, 0x9c, 0xc3, 0x75}};
 
-  /// Gives the panel of that key; fails when there is none.
+  /// Returns the panel with that key; fails when there is none.
   virtual Result GetPanel(Text key, IStatusPanel** panel) noexcept = 0;
 
  protected:
@@ -90,7 +91,7 @@ class IHostWindow : public IObject {
  public:
   static constexpr Id InterfaceId{0x421e2bb0, 0xa97f, 0x421f, {0x94, 0xed, 0xa3, 0xd6, 0x4b, 0xa1, 0xc3, 0x2f}};
 
-  /// Gives the window's `sbstatusbar`.
+  /// Returns the window's `sbstatusbar`.
   virtual Result GetStatusBar(IStatusBar** statusBar) noexcept = 0;
   virtual Result PutChanged(Boolean value) noexcept = 0;
   virtual Result SetFocus() noexcept = 0;
@@ -99,7 +100,7 @@ class IHostWindow : public IObject {
   ~IHostWindow() = default;
 };
 
-/// What an add-in's form offers the host.
+/// The host's interface to an add-in's form.
 class IAddInForm : public IObject {
  public:
   static constexpr Id InterfaceId{0x96d6ce53, 0x4eb5, 0x4264, {0x88, 0x50, 0x97, 0x2d, 0xf0, 0x54, 0xb4, 0xd6}};
@@ -110,7 +111,7 @@ class IAddInForm : public IObject {
   virtual Result PutObjectParent(IObject* connection) noexcept = 0;
   /// Hands over the window (an `IHostWindow`), or takes it back with an empty reference.
   virtual Result PutFormParent(IObject* window) noexcept = 0;
-  /// Gives the object that holds every control of the form; it offers the form's surface to a renderer.
+  /// Returns the object that holds every control of the form; it offers the form's surface to a renderer.
   virtual Result GetFrame(IObject** frame) noexcept = 0;
   virtual Result GetHwnd(std::int32_t* handle) noexcept = 0;
   virtual Result GetHelpContextID(std::int32_t* helpContextId) noexcept = 0;
@@ -121,7 +122,7 @@ class IAddInForm : public IObject {
   ~IAddInForm() = default;
 };
 
-/// What an add-in offers the host.
+/// The host's interface to an add-in.
 class IAddIn : public IObject {
  public:
   static constexpr Id InterfaceId{0x13368a18, 0x6f8c, 0x4c86, {0x87, 0xea, 0xf0, 0x58, 0x74, 0xed, 0xa7, 0x13}};
@@ -133,7 +134,7 @@ class IAddIn : public IObject {
   ~IAddIn() = default;
 };
 
-/// Name under which a host process exports its `GetClassObjectFunction`, by which an add-in reaches `IIniService`.
+/// Name under which a host process exports its `GetClassObjectFunction`, through which an add-in reaches `IIniService`.
 inline constexpr const char* HostClassObjectFunctionName = "HelmswayCmdsGetClassObject";
 
 }  // namespace HelmswayCmds

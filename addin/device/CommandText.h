@@ -19,8 +19,8 @@ class CommandText {
   std::string text_;
 };
 
-/// The vocabulary: one function for each command that the add-in ever sends. Each gives the command line without a line
-/// end. Spelling and number format stand here only.
+/// One function for each command that the add-in sends. Each returns the command line without a line end. Spelling and
+/// number format are defined only here.
 namespace Command {
 
 enum class Axis : std::uint8_t { X, Y, Z, S, SD_X, SD_Y };
@@ -28,16 +28,16 @@ enum class Axis : std::uint8_t { X, Y, Z, S, SD_X, SD_Y };
 std::string HomeAll();
 std::string HomeS();
 
-/// Positions are in motor steps of the axis. A real one goes out in whole-number format, and must be finite.
+/// Positions are in motor steps of the axis. A real position is sent in whole-number format and must be finite.
 std::string Move(Axis axis, std::int32_t position);
 std::string Move(Axis axis, double position);
-/// The position as a text that is sent as it stands.
+/// The position is a text that is sent unchanged.
 std::string Move(Axis axis, std::string_view position);
 
 std::string MoveSliderOpen();
 std::string MoveSliderClosed();
 std::string StatusSlider();
-/// What the reply of `StatusSlider` says, by a word anywhere in it, in capitals only.
+/// Whether the reply to `StatusSlider` contains the word anywhere, in capitals only.
 bool SaysClosed(std::string_view reply);
 bool SaysOpen(std::string_view reply);
 
@@ -48,10 +48,10 @@ std::string ZCollisionOn();
 std::string ZCollisionOff();
 
 /// Calibration values of the heads with that number of channels and volume class ("12", "30", "125", "300", "1250").
-/// `length` is the eject stroke in S steps; it goes out behind a literal minus sign.
+/// `length` is the eject stroke in S steps; it is sent with a literal minus sign in front.
 std::string CalibrateTipEject(std::int16_t channels, std::string_view volumeClass, double length);
 std::string CalibrateAspirateOrigin(std::int16_t channels, std::string_view volumeClass, std::int32_t position);
-/// Makes the values that were sent before permanent.
+/// Makes the previously sent values permanent.
 std::string SaveCalibration();
 
 std::string Rev();

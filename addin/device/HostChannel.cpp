@@ -18,7 +18,7 @@ Ref<HelmswayCmds::IDeviceLink> HostChannel::DeviceLink() const {
   const auto connection = Held(ParentConnection);
   auto link = Given<HelmswayCmds::IDeviceLink>(
       [&](HelmswayCmds::IDeviceLink** given) { return connection->GetDeviceLink(given); });
-  // The host may have ended the form inside the call: a form that has left sends and writes nothing more.
+  // The host may have ended the form during the call: an ended form sends and writes nothing more.
   Require(static_cast<bool>(ParentConnection));
   return link;
 }
@@ -52,7 +52,7 @@ bool HostChannel::SendDeviceCommand(std::string_view line, std::string& reply) {
     const bool outer = std::exchange(sending_.LineUnderWay, true);
     const HelmswayCmds::Result result = link->SendCommand(AsText(line), answerTarget, 0, &ok);
     sending_.LineUnderWay = outer;
-    // Only now does what the call has written count.
+    // The out values count only after this check.
     Require(result);
     wentThrough = ok != HelmswayCmds::False;
     reply = std::move(answer);
@@ -74,7 +74,8 @@ bool HostChannel::RunCommandText(std::string_view text, FailureMode mode, bool& 
   stopRequested = false;
   SplitResult lines;
   Run(mode, [&] { lines = files_.SplitText("\r\n", text); });
-  // A count beyond the pieces makes each further number a step that fails. One such round is like all of them.
+  // If the count exceeds the number of pieces, each further index is a step that fails. One such round does the same as
+  // all of them.
   const auto count = static_cast<std::size_t>(std::max(lines.count, 0));
   const std::size_t rounds = std::min(count, lines.parts.size() + 1);
   for (std::size_t i = 0; i < rounds; ++i) {

@@ -8,7 +8,7 @@
 namespace OrvelCalibrateS {
 namespace {
 
-/// How the key of a control's text follows from the control.
+/// A rule that derives the key of a control's text from the control.
 struct KeyForm {
   std::string_view typeName;
   std::string_view name;  ///< empty: any
@@ -16,8 +16,8 @@ struct KeyForm {
   bool withIndex;
 };
 
-/// The first row that fits a control counts. A picture control would take a picture by its name instead of a text; the
-/// library holds no pictures and the form has no such control.
+/// The first row that matches a control applies. A picture control would take a picture by its name instead of a text;
+/// the library has no pictures and the form has no such control.
 constexpr std::array<KeyForm, 6> keyForms{{
     {"Label", "lblField", "2", true},
     {"Label", "lblTitle", "101", false},
@@ -33,7 +33,7 @@ std::string Language(const IniFiles& files) {
   return language;
 }
 
-/// Fails on a number that isn't one, that is outside 16 bits, or that the table doesn't hold.
+/// Fails when `number` isn't a number, is outside 16 bits, or isn't in the table.
 std::string_view TextOf(const std::string& number, const TextTable& texts) {
   const auto found = texts.find(StrictWhole<std::int16_t>(number));
   Require(found != texts.end());

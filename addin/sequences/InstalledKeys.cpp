@@ -5,8 +5,8 @@
 namespace OrvelCalibrateS {
 namespace {
 
-/// The item must be a copy of what the caller was given: that may be a field of a shared record, which the host can
-/// have replaced inside the write.
+/// The item must be a copy of the caller's text: the original may be a field of a shared record, and the host can cause
+/// that record to be replaced during the write.
 void WriteInstalled(const IniFiles& files, std::string_view section, const std::string& item) {
   files.WriteIni(section, "Installed", files.MarivaneIni(), item);
 }
