@@ -14,7 +14,7 @@ namespace {
 
 using Command::Axis;
 
-/// Sets the slider for the nest's stage level, if the instrument says that it stands the other way.
+/// Moves the slider for the nest's stage level if the instrument reports that the slider is in the other state.
 void AppendSliderLines(CommandText& text, SequenceContext& context, const Position& position) {
   std::string reply;
   context.Host.SendDeviceCommand(Command::StatusSlider(), reply);

@@ -4,8 +4,8 @@
 
 namespace OrvelCalibrateS {
 
-/// Takes a tip of the selected type from the selected rack on to the head, and records it as installed. Homes and goes
-/// to the rack first unless that has been done. In skip mode.
+/// Collects a tip of the selected type from the selected rack onto the head, and records it as installed. Homes and
+/// goes to the rack first unless that has been done. In skip mode.
 void CollectTip(SequenceContext& context);
 
 }  // namespace OrvelCalibrateS

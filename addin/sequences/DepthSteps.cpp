@@ -16,7 +16,7 @@ std::int32_t DepthSteps(const Configuration& configuration, bool lowerStage, Dep
   const double tip = tipDepth == Depth::Counts ? tipOrMount : 0;
 
   const double length = calibration.MountHeight - head - stage - tip;
-  // DeltaZ comes off behind the conversion: it is in steps, everything else in mm.
+  // DeltaZ is subtracted after the conversion: it is in steps, everything else in mm.
   return WholeNumberValue(Divide(length, records.AxisZ.MmPerStep) * records.AxisZ.OffsetSign - calibration.DeltaZ);
 }
 

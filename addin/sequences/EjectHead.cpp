@@ -34,7 +34,7 @@ void EjectHead(SequenceContext& context) {
   text += Command::Move(Axis::SD_X, position.SdX1);
   text += Command::Move(Axis::SD_Y, position.SdY1);
   if (records.DeviceType.HasXAxis) {
-    // X stands clear before the slider opens; it closes at whatever X position the instrument has.
+    // X moves to its safe position before the slider opens; the slider closes at any X position.
     if (position.LowerStage) text += Command::Move(Axis::X, records.AxisX.SafePosition);
     text += position.LowerStage ? Command::MoveSliderOpen() : Command::MoveSliderClosed();
     text += Command::Move(Axis::X, position.X);

@@ -12,10 +12,10 @@ namespace {
 
 using Command::Axis;
 
-/// In mm above the stage.
+/// Height above the stage, in mm.
 constexpr std::int16_t releaseHeight = 15;
 
-/// The installed head; with none registered, the teach tool is taken to be the one on the module, and is registered.
+/// The installed head. When no head is registered, the teach tool is assumed to be on the module, and is registered.
 HeadType HeadOnModule(const Configuration& configuration) {
   HeadType head = ReadHeadType(configuration);
   if (!head.Name.empty()) return head;
@@ -24,7 +24,8 @@ HeadType HeadOnModule(const Configuration& configuration) {
   return head;
 }
 
-/// Where Z lets go on a device without X axis. The quotient has single precision, the sum double.
+/// The Z position at which the head is released on a device without X axis. The quotient has single precision, the sum
+/// double.
 double ReleaseZ(const Configuration& configuration) {
   const AxisRecord& axisZ = configuration.Records.AxisZ;
   const float height = Multiply16(axisZ.MoveSign, releaseHeight);

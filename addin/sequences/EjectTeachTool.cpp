@@ -33,8 +33,8 @@ NestType SelectedNest(const SequenceContext& context) {
   return LocalNest;
 }
 
-/// Where the tool sits in its slot, in Z steps. In skip mode: each assignment is a step of its own. The depth is always
-/// the teach tool's, whatever is registered as installed, and there is no last stretch.
+/// The tool's seat in its slot, in Z steps. In skip mode: each assignment is a step of its own. The depth is always the
+/// teach tool's, whatever is registered as installed, and there is no last stretch.
 std::int32_t EjectHeight(const SharedRecords& records, std::int32_t ZBase, const NestSlot& slot, double zOffset) {
   const double s = records.AxisZ.MmPerStep;
   const std::int16_t m = records.AxisZ.MoveSign;
@@ -87,8 +87,8 @@ void EjectTeachTool(SequenceContext& context) {
   text += Command::Move(Axis::Z, axisZ.SafePosition);
   text += Command::Move(Axis::S, std::int32_t{0});
 
-  // However the run ended: only a Stop keeps the tool registered. Where the flag can't be read any more, what the run
-  // has seen of it counts.
+  // Only a Stop keeps the tool registered, however the run ended. When the flag can't be read any more, the value that
+  // the run read last counts.
   bool stopRequested = false;
   host.RunCommandText(text.Text(), FailureMode::Skip, stopRequested);
   Put(stopRequested, [&] { return host.StopRequested(); });

@@ -4,7 +4,7 @@
 
 namespace OrvelCalibrateS {
 
-/// Ejects the tip above the selected rack and records that none is installed. Goes to the rack first unless that has
+/// Ejects the tip above the selected rack and records that no tip is installed. Goes to the rack first unless that has
 /// been done, but never homes. In skip mode.
 void EjectTip(SequenceContext& context);
 

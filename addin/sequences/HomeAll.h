@@ -4,8 +4,7 @@
 
 namespace OrvelCalibrateS {
 
-/// Loads all shared records as installed and sends the instrument home. In pass-up mode. `Homed` is the caller's
-/// matter.
+/// Loads all shared records as installed and sends the instrument home. In pass-up mode. The caller sets `Homed`.
 void HomeAll(SequenceContext& context);
 
 }  // namespace OrvelCalibrateS

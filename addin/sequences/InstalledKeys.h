@@ -6,7 +6,7 @@
 
 namespace OrvelCalibrateS {
 
-/// The item number that stands for no head and no tip.
+/// The item number that means no head or no tip.
 inline constexpr std::string_view NothingInstalled = "0";
 
 /// Record in Marivane.ini which head is on the module, and which tip is on the head. Steps that fail when the file

@@ -24,7 +24,7 @@ void JogSAxis(SequenceContext& context, Jog jog) {
   if (jog == Jog::Up) Step(context, axisS.MoveSign);
   if (jog == Jog::Down) Step(context, axisS.OffsetSign);
 
-  // One line and no line end.
+  // A single line without a line end.
   const std::string line =
       Command::Move(Command::Axis::S, std::string_view(context.Selections.txtCurrentCollect.Text()));
   if (!host.RunCommandText(line, FailureMode::PassUp)) return;

@@ -6,9 +6,9 @@
 
 namespace OrvelCalibrateS {
 
-/// Which way a jog goes.
+/// The direction of a jog.
 enum class Jog : std::uint8_t {
-  None,  ///< to the working value as it is
+  None,  ///< to the unchanged working value
   Up,
   Down,
 };

@@ -12,7 +12,8 @@ using Command::Axis;
 /// The same for every device, head and configuration.
 constexpr std::string_view calibrationZ = "-16000";
 
-/// S goes to the value of the list's first serial-dilute head, whatever head is selected; no line without such a head.
+/// S goes to the value of the list's first serial-dilute head, whatever head is selected. Without such a head there is
+/// no line.
 void AppendSLine(CommandText& text, SequenceContext& context) {
   const auto head = FindHeadOnRecord(context.Configuration, FailureMode::PassUp);
   if (!head) return;

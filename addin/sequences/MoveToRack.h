@@ -5,7 +5,7 @@
 namespace OrvelCalibrateS {
 
 /// Brings the instrument to the selected rack, 2 mm above it, and makes the selected head's S position the working
-/// value. `AtRack` is True when the lines have run out, a Stop included. In skip mode.
+/// value. `AtRack` becomes true unless a line was refused or failed; it also becomes true after a Stop. In skip mode.
 void MoveToRack(SequenceContext& context);
 
 }  // namespace OrvelCalibrateS

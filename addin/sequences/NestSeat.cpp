@@ -27,11 +27,11 @@ SeatHeights SeatInSlot(const SharedRecords& records, std::int32_t ZBase, const N
   Put(z, [&] { return Rounded<std::int32_t>(z + WholeNumberTerm(Divide(headDepth, s) * m)); });
   Put(z, [&] { return Rounded<std::int32_t>(z + WholeNumberTerm(Multiply(slot.ZHeight, m))); });
 
-  // The 4 mm aren't rounded by themselves: the assignment rounds the whole sum, a tie to the even neighbour.
+  // The 4 mm aren't rounded separately: the assignment rounds the whole sum, a tie to the even neighbour.
   SeatHeights heights;
   Put(heights.ZApproach,
       [&] { return Rounded<std::int32_t>(z + Divide(approach, s) * m + WholeNumberTerm(o * zOffset)); });
-  // Here they are, a half away from zero, out of single precision.
+  // Here the 4 mm are rounded separately, from single precision, a half away from zero.
   Put(heights.ZSeat,
       [&] { return Rounded<std::int32_t>(heights.ZApproach + WholeNumberTerm(ToSingle(Divide(approach, s) * o))); });
   return heights;

@@ -6,7 +6,7 @@
 
 namespace OrvelCalibrateS {
 
-/// How deep a nest lies on the installed device, in mm.
+/// The depth of a nest on the installed device, in mm.
 double NestDepth(const SharedRecords& records);
 
 /// Speed of Z over the last stretch to the seat, in the instrument's own unit.
@@ -18,8 +18,8 @@ struct SeatHeights {
   std::int32_t ZSeat = 0;
 };
 
-/// The heights at which the shared `Head` sits in a slot. `ZBase` is the stage's Z position, `zOffset` what the head
-/// adds to it, in Z steps, when it is collected or ejected. In skip mode: each assignment is a step of its own.
+/// The heights at which the shared `Head` sits in a slot. `ZBase` is the stage's Z position, `zOffset` the head's
+/// addition to it, in Z steps, when it is collected or ejected. In skip mode: each assignment is a step of its own.
 SeatHeights SeatInSlot(const SharedRecords& records, std::int32_t ZBase, const NestSlot& slot, double zOffset);
 
 }  // namespace OrvelCalibrateS

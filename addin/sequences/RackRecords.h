@@ -6,13 +6,13 @@
 
 namespace OrvelCalibrateS {
 
-/// The rack that the operator has picked, and where it stands.
+/// The rack that the operator has picked, and its position.
 struct RackRecords {
   OrvelCalibrateS::Position Position;
   PlateType Plate;
 };
 
-/// What the tip sequences begin with: loads the machine's records, then the selected head and tip, then the selected
+/// The first steps of the tip sequences: loads the machine's records, then the selected head and tip, then the selected
 /// position and rack. In skip mode.
 RackRecords LoadRackRecords(SequenceContext& context);
 

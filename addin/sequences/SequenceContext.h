@@ -6,7 +6,7 @@
 
 namespace OrvelCalibrateS {
 
-/// What the operator has picked, and the calibration's working value.
+/// The operator's selections, and the calibration's working value.
 struct Selections {
   forms::ComboBox& cboCollectStep;
   forms::ComboBox& cboNestType;
@@ -24,7 +24,7 @@ struct ProgressFlags {
   bool LoadPromptShown = false;  ///< the operator has seen the load requirements
 };
 
-/// Everything that a sequence works with.
+/// Everything that a sequence needs.
 struct SequenceContext {
   OrvelCalibrateS::Configuration Configuration;
   HostChannel& Host;

@@ -4,7 +4,7 @@
 
 namespace OrvelCalibrateS {
 
-/// Tells the operator what must be loaded before a head can be collected. In pass-up mode.
+/// Shows the operator what must be loaded before a head can be collected. In pass-up mode.
 void ShowLoadRequirements(SequenceContext& context);
 
 }  // namespace OrvelCalibrateS

@@ -5,11 +5,11 @@
 
 namespace OrvelCalibrateS {
 
-/// Walks the head list to the first teach tool: gives it, or the record at which the list ends (its `Name` is empty).
-/// `mode` says what a list without an end means.
+/// Returns the first teach tool of the head list, or the record at the end of the list (its `Name` is empty). `mode`
+/// decides whether a list without an end is a failure.
 HeadType FindTeachTool(const Configuration& configuration, FailureMode mode);
 
-/// Records that the head, if it is the teach tool, is on the module, and that no tip is.
+/// Records the head as the one on the module, with no tip on it. Does nothing when the head isn't the teach tool.
 void RegisterTeachTool(const IniFiles& files, const HeadType& head, FailureMode mode);
 
 }  // namespace OrvelCalibrateS

@@ -20,8 +20,8 @@ constexpr std::int32_t helpContextIdOfTheForm = 9014;
 /// The object that lives while the host holds a reference to it; null otherwise.
 AddInForm* theOne = nullptr;
 
-/// Runs an operation on the loaded form. What is held here keeps form and library until the operation returns, even if
-/// the host lets go of everything in the middle of it.
+/// Runs an operation on the loaded form. Keeps form and library alive until the operation returns, even if the host
+/// releases everything during the operation.
 template <class Operation>
 Result OnForm(Operation&& operation) noexcept {
   const InProcessServer::InUse running;
@@ -32,15 +32,15 @@ Result OnForm(Operation&& operation) noexcept {
   });
 }
 
-/// Gives the host a value of the loaded form.
+/// Returns a value of the loaded form to the host.
 template <class Value, class Source>
 Result Give(Value* target, Source&& source) noexcept {
   if (target == nullptr) return Result::InvalidPointer;
   return OnForm([&](frmAddIn& form) { *target = source(form); });
 }
 
-/// The status panel of the host window, found by name. Fails, too, when the host has taken back or replaced the window
-/// inside the look-up.
+/// The status panel of the host window, found by name. Also fails when the host has taken back or replaced the window
+/// during the look-up.
 Ref<HelmswayCmds::IStatusPanel> FindStatusPanel(const Ref<HelmswayCmds::IHostWindow>& formParent) {
   const auto window = Held(formParent);
   const auto sbstatusbar =
@@ -81,7 +81,7 @@ Result AddInForm::PutObjectParent(HelmswayCmds::IObject* connection) noexcept {
     Skip([&] {
       auto parentConnection = Query<HelmswayCmds::IParentConnection>(connection);
       Require(static_cast<bool>(parentConnection));
-      Require(form.Loaded());  // the host may have ended the form inside the query
+      Require(form.Loaded());  // the host may have ended the form during the query
       host.ParentConnection = std::move(parentConnection);
     });
   });

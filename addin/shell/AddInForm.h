@@ -7,10 +7,10 @@
 
 namespace OrvelCalibrateS {
 
-/// The library's one form as the host sees it. Works on the form that is loaded; every operation fails while none is.
+/// The library's one form as the host sees it. Works on the loaded form; every operation fails while no form is loaded.
 class AddInForm final : public Implements<HelmswayCmds::IAddInForm> {
  public:
-  /// The one object: every reference to it that is held is to the same one.
+  /// Returns the only object: all references held at a time are to the same one.
   static Ref<HelmswayCmds::IAddInForm> TheOne();
 
   AddInForm(const AddInForm&) = delete;

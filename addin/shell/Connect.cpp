@@ -30,7 +30,7 @@ Result Connect::GetForm(HelmswayCmds::IAddInForm** form) noexcept {
 }
 
 Result Connect::GetCaption(HelmswayCmds::ITextTarget& caption) noexcept {
-  // The target is the host's, which may let go of this object while it takes the text.
+  // The target belongs to the host, which may release this object while it takes the text.
   const InProcessServer::InUse running;
   return AtBoundary([&] {
     const std::shared_ptr<frmAddIn> form = load_->LoadedForm();

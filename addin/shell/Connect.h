@@ -10,10 +10,10 @@
 
 namespace OrvelCalibrateS {
 
-/// The library's one public class. Making one loads the form unless it is loaded; the end of the last one unloads it.
+/// The library's one public class. Creating one loads the form unless it is loaded; the end of the last one unloads it.
 class Connect final : public Implements<HelmswayCmds::IAddIn> {
  public:
-  /// Makes nothing when the class doesn't offer the interface.
+  /// Creates nothing when the class doesn't offer the interface.
   static HelmswayCmds::Result Create(const HelmswayCmds::Id& interfaceId, void** object) noexcept;
 
   Connect(const Connect&) = delete;
@@ -26,7 +26,7 @@ class Connect final : public Implements<HelmswayCmds::IAddIn> {
   Connect();
   ~Connect() override = default;
 
-  InProcessServer::InUse inUse_;  // first, so that it goes last: the form's end calls the host
+  InProcessServer::InUse inUse_;  // the first member, so destroyed last: the form's end calls the host
   Ref<HelmswayCmds::IAddInForm> boundary_;
   std::shared_ptr<FormLoad> load_;
 };

@@ -4,7 +4,7 @@
 #include "addin/shell/Library.h"
 #include "addin/shell/Platform.h"
 
-// The four entry points of an in-process server. They do nothing of their own.
+// The four entry points of an in-process server. They only forward the call.
 namespace Server = OrvelCalibrateS::InProcessServer;
 using HelmswayCmds::Id;
 using HelmswayCmds::Result;
@@ -16,7 +16,7 @@ ENTRY_POINT DllGetClassObject(const Id* classId, const Id* interfaceId, void** o
 }
 
 ENTRY_POINT DllCanUnloadNow() noexcept {
-  // A host that asks, and may unload, is still there to take its service back.
+  // A host that calls this, and may then unload the library, still exists, so its service can be released.
   if (Server::CanUnloadNow() == Result::Ok && !OrvelCalibrateS::Library::LetGoOfHost()) return Result::Failed;
   return Server::CanUnloadNow();
 }

@@ -5,7 +5,7 @@
 namespace OrvelCalibrateS {
 namespace {
 
-/// What an event of the form holds while it runs. The library goes last.
+/// The references that an event of the form holds while it runs. The library is released last.
 struct EventHold {
   InProcessServer::InUse inUse;
   std::shared_ptr<frmAddIn> form;
@@ -28,7 +28,7 @@ void FormLoad::Load() {
     hold->form = form.lock();
     return hold;
   });
-  // Known before it reads the language: the host is called there, and may ask for the form.
+  // Stored before it reads the language: that calls the host, which may ask for the form.
   form_ = made;
   made->Form_Load();
 }

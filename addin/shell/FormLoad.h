@@ -6,8 +6,8 @@
 
 namespace OrvelCalibrateS {
 
-/// The form that all `Connect`s share. It ends with the last of them, or before, when the host ends it; the next
-/// `Connect` that is made then loads it again, for all of them.
+/// The form that all `Connect`s share. It ends with the last of them, or earlier, when the host ends it; the next new
+/// `Connect` then loads it again, for all of them.
 class FormLoad {
  public:
   /// The objects must outlive it.
@@ -17,7 +17,7 @@ class FormLoad {
   /// Unloads the form if it is still loaded.
   ~FormLoad();
 
-  /// Makes the form and runs Form_Load, unless the form is loaded.
+  /// Creates the form and runs Form_Load, unless the form is loaded.
   void Load();
   /// The form while it is loaded; null otherwise.
   std::shared_ptr<frmAddIn> LoadedForm() const;

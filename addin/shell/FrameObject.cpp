@@ -7,7 +7,7 @@
 namespace OrvelCalibrateS {
 namespace {
 
-/// The object that was made last, while it lives. One of an earlier load may still be held beside it.
+/// The last created object, while it lives. An object of an earlier load may still be held beside it.
 FrameObject* latest = nullptr;
 
 }  // namespace

@@ -13,7 +13,7 @@ namespace OrvelCalibrateS {
 /// The picture box that holds every control, as an object that can be handed out and outlives the form's unloading.
 class FrameObject final : public Implements<HelmswayCmds::IObject> {
  public:
-  /// The one object of that form: every reference to it that is held is to the same one.
+  /// Returns the only object of that form: all references held at a time are to the same one.
   static Ref<HelmswayCmds::IObject> Of(const std::shared_ptr<frmAddIn>& form);
 
   FrameObject(const FrameObject&) = delete;

@@ -50,7 +50,7 @@ std::filesystem::path RegistrationFile(const ServedClass& served) {
   return Platform::RegistrationFolder() / (std::string(served.programId) + ".addin");
 }
 
-/// A file that is removed again unless it has got its final name.
+/// A file that is removed again unless it has been renamed to its final name.
 class Draft {
  public:
   explicit Draft(std::filesystem::path path) : path_(std::move(path)), out_(path_, std::ios::binary | std::ios::trunc) {
@@ -59,7 +59,7 @@ class Draft {
   Draft(const Draft&) = delete;
   Draft& operator=(const Draft&) = delete;
   ~Draft() {
-    std::error_code ignored;  // what can't be removed stays: there is nothing else to do about it
+    std::error_code ignored;  // a file that can't be removed stays: nothing else can be done
     if (!placed_) std::filesystem::remove(path_, ignored);
   }
 
@@ -78,7 +78,7 @@ class Draft {
   bool placed_ = false;
 };
 
-/// Through a file beside it, so that a host that looks never sees half a registration.
+/// Goes through a temporary file beside it, so that a host never reads half a registration.
 void WriteRegistration(const ServedClass& served, const std::filesystem::path& library) {
   const std::filesystem::path file = RegistrationFile(served);
   std::filesystem::create_directories(file.parent_path());
@@ -117,7 +117,7 @@ Result CanUnloadNow() noexcept { return usesOfLibrary == 0 ? Result::Ok : Result
 Result Register(std::span<const ServedClass> classes, const std::filesystem::path& library) noexcept {
   return AtBoundary([&] {
     Require(std::filesystem::is_regular_file(library));
-    // A line end in the path would end its line of the file.
+    // A line end in the path would end the path's line in the file.
     Require(library.string().find_first_of("\r\n") == std::string::npos);
     for (const ServedClass& served : classes) WriteRegistration(served, library);
   });

@@ -6,20 +6,21 @@
 
 #include "addin/contract/Component.h"
 
-/// What every in-process server does for the classes that it serves, whatever they are: hands out their factories,
-/// counts the living objects, and registers the library with the user's hosts.
+/// The part of an in-process server that doesn't depend on its classes: hands out their factories, counts the living
+/// objects, and registers the library with the user's hosts.
 namespace OrvelCalibrateS::InProcessServer {
 
 /// One row of the table of classes.
 struct ServedClass {
   HelmswayCmds::Id classId;
   const char* programId;  ///< the class's name for people and for registration, such as "Library.Class"
-  /// Makes an object and hands out the interface asked for.
+  /// Creates an object and hands out the requested interface.
   HelmswayCmds::Result (*create)(const HelmswayCmds::Id& interfaceId, void** object);
 };
 
-/// Held by what keeps the library in memory: as its first member by every object that the host can hold, and as its
-/// first local by every operation that calls the host, which may ask from there.
+/// Keeps the library in memory. Every object that the host can hold has one as its first member. Every operation that
+/// calls the host has one as its first local variable, because the host may ask from that call whether the library can
+/// be unloaded.
 class InUse {
  public:
   InUse() noexcept;
@@ -35,7 +36,7 @@ HelmswayCmds::Result GetClassObject(std::span<const ServedClass> classes, const 
 HelmswayCmds::Result CanUnloadNow() noexcept;
 
 /// Writes, or removes, one file for each class: "<program id>.addin" with the class and the library's path. A failed
-/// `Register` leaves a file as it was. It fails, too, when the library isn't there (any more).
+/// `Register` leaves a file as it was. `Register` also fails when the library's file doesn't exist (any more).
 HelmswayCmds::Result Register(std::span<const ServedClass> classes, const std::filesystem::path& library) noexcept;
 HelmswayCmds::Result Unregister(std::span<const ServedClass> classes) noexcept;
 

@@ -10,7 +10,7 @@
 namespace OrvelCalibrateS {
 namespace {
 
-/// Makes the host's `IniService`; empty when the host doesn't offer it.
+/// Creates the host's `IniService`; empty when the host doesn't offer it.
 Ref<HelmswayCmds::IIniService> MakeIniService() {
   using HelmswayCmds::IClassFactory;
   using HelmswayCmds::IIniService;
@@ -28,14 +28,14 @@ Ref<HelmswayCmds::IIniService> MakeIniService() {
   return service;
 }
 
-/// Both need no destructor, so that they can be read when the library's objects with static storage have ended: the
-/// host's end later, and may work the library until then.
+/// Both need no destructor, so that they can be read after the library's static objects have ended: the host's static
+/// objects end later and may use the library until then.
 Library* library = nullptr;
 bool ended = false;
 
 }  // namespace
 
-/// Ends the one object when the library goes, unless objects that the host holds need it.
+/// Ends the only object when the library is unloaded, unless objects that the host holds need it.
 struct LibraryOwner {
   LibraryOwner() = default;
   LibraryOwner(const LibraryOwner&) = delete;
@@ -67,7 +67,7 @@ Library& Library::Instance() {
 bool Library::LetGoOfHost() noexcept {
   if (library == nullptr) return true;
   {
-    const InProcessServer::InUse running;  // the service's end is the host's code, which may ask again
+    const InProcessServer::InUse running;  // releasing the service runs host code, which may call this again
     const Ref<HelmswayCmds::IIniService> service = std::move(library->service_);
   }
   if (library->service_) return false;
@@ -98,7 +98,7 @@ std::shared_ptr<frmAddIn> Library::LoadedForm() const {
 Ref<HelmswayCmds::IIniService> Library::Service() {
   if (!service_) {
     auto made = MakeIniService();
-    // Making it is the host's code, in which another use may have made one.
+    // Creating it runs host code, in which another use may have created one.
     if (!service_) service_ = std::move(made);
   }
   return service_;

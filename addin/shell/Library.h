@@ -10,23 +10,23 @@
 
 namespace OrvelCalibrateS {
 
-/// What lives as long as the library: the shared records, the host's `IniService`, the one form, and whether a line is
-/// under way.
+/// The state that lives as long as the library: the shared records, the host's `IniService`, the only form, and whether
+/// a line is under way.
 class Library {
  public:
-  /// Made at first use. It ends when the library is unloaded; at the end of a process that still holds objects of the
-  /// library it stays, so that those can be released whenever that happens. Fails when it has ended.
+  /// Created at first use. It ends when the library is unloaded; at the end of a process that still holds objects of
+  /// the library it stays, so that those objects can still be released at any time. Fails after its end.
   static Library& Instance();
 
-  /// Lets go of the host's `IniService`, which the next use makes again. For a host that is about to unload the
-  /// library. Otherwise the reference is dropped without a call: at the end of the process the host may be gone
-  /// already. False when the host, which is called, has made the add-in take a service again.
+  /// Releases the host's `IniService`; the next use creates it again. For a host that is about to unload the library.
+  /// Otherwise the reference is dropped without a call, because at the end of the process the host may already be gone.
+  /// Returns false when the host, which the release calls, has made the add-in take a service again.
   static bool LetGoOfHost() noexcept;
 
   Library(const Library&) = delete;
   Library& operator=(const Library&) = delete;
 
-  /// What all `Connect`s that live share, with the form loaded. Fails once the process ends.
+  /// The object shared by all living `Connect`s, with the form loaded. Fails once the process ends.
   std::shared_ptr<FormLoad> LoadForm();
   /// The form while it is loaded; null otherwise.
   std::shared_ptr<frmAddIn> LoadedForm() const;

@@ -17,7 +17,7 @@ std::filesystem::path PathIn(const char* variable) {
 }
 
 std::filesystem::path UserDataFolder() {
-  // A relative path in that variable is to be ignored, by the rules that it comes from.
+  // The rules for this variable say that a relative path is ignored.
   if (auto dataHome = PathIn("XDG_DATA_HOME"); dataHome.is_absolute()) return dataHome;
   const std::filesystem::path home = PathIn("HOME");
   Require(home.is_absolute());
@@ -27,7 +27,7 @@ std::filesystem::path UserDataFolder() {
 std::filesystem::path FindLibraryFile() noexcept {
   try {
     Dl_info info{};
-    // Any address inside the library will do.
+    // Any address inside the library works.
     static const char inside = 0;
     if (dladdr(&inside, &info) == 0 || info.dli_fname == nullptr) return {};
     return std::filesystem::absolute(info.dli_fname);
@@ -36,7 +36,7 @@ std::filesystem::path FindLibraryFile() noexcept {
   }
 }
 
-/// Looked up while the library is loaded, since the runtime reports the path as the host gave it, which may be
+/// Looked up while the library is being loaded, because the runtime reports the path as the host gave it, which may be
 /// relative.
 const std::filesystem::path libraryFile = FindLibraryFile();
 

@@ -4,8 +4,8 @@
 
 namespace OrvelCalibrateS {
 
-/// Loads the shared records as installed, writes the S value on record to the working value, and fills all lists, each
-/// selection going back to the installed entry. In skip mode.
+/// Loads the shared records as installed, writes the S value on record to the working value, and fills all lists; each
+/// selection goes back to the installed entry. In skip mode.
 void FillSelectionLists(SequenceContext& context);
 
 }  // namespace OrvelCalibrateS

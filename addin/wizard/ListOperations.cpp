@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::int32_t lastProbedNumber = 9;
 
-/// The name behind the equals sign of "Default"; empty for an "Installed" value, which is a bare item number.
+/// The name after the equals sign of "Default"; empty for an "Installed" value, which is a bare item number.
 std::string PreselectedName(const IniFiles& files, std::string_view section) {
   std::string value;
   Put(value, [&] { return files.ReadIni(section, "Default", files.MarivaneIni(), ""); });
@@ -24,13 +24,14 @@ char Capital(char letter) { return letter >= 'a' && letter <= 'z' ? static_cast<
 
 bool IsSameLetter(char left, char right) { return Capital(left) == Capital(right); }
 
-/// In any letter case, and without copies: a list asks for each of its lines.
+/// In any letter case, and without copies, because a list calls it for each of its lines.
 bool Contains(const SplitResult& line, std::int16_t place, std::string_view text) {
   const std::string& piece = line.Place(static_cast<std::size_t>(place));
   return std::search(piece.begin(), piece.end(), text.begin(), text.end(), IsSameLetter) != piece.end() || text.empty();
 }
 
-/// A filter place that the line doesn't have makes its test fail, and so pass: the entry drops out either way.
+/// When the line doesn't have the filter's place, the test fails, and a failed test counts as passed: the entry drops
+/// out either way.
 bool Stays(const SplitResult& line, const ItemFilter& filter) {
   bool stays = true;
   if (filter.includePlace != ItemFilter::Off &&

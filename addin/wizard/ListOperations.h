@@ -8,7 +8,8 @@
 
 namespace OrvelCalibrateS {
 
-/// Which entries of a catalogue a list offers, by what a place of the item line contains, in any letter case.
+/// Selects the entries of a catalogue that a list offers by the content of a place of the item line, in any letter
+/// case.
 struct ItemFilter {
   static constexpr std::int16_t Off = -1;
 

@@ -17,7 +17,7 @@ constexpr std::string_view question =
     "\r\n"
     "Click [OK] to save these values.";
 
-/// A head of a volume without a class is saved in the file only.
+/// A head whose volume has no class is saved in the file only.
 void AppendCalibrationLines(CommandText& text, const HeadType& head, const AxisRecord& axisS) {
   const std::string_view volumeClass = VolumeClassWord(head.Volume);
   if (volumeClass.empty()) return;
@@ -27,7 +27,7 @@ void AppendCalibrationLines(CommandText& text, const HeadType& head, const AxisR
   text += Command::CalibrateAspirateOrigin(head.Channels, volumeClass, head.SPosition);
 }
 
-/// Writes each head concerned to the file, and collects what the instrument is to be told of them.
+/// Writes each head concerned to the file, and collects the lines about it for the instrument.
 CommandText SaveHeads(SequenceContext& context) {
   const IniFiles& files = context.Configuration.Files;
   const AxisRecord& axisS = context.Configuration.Records.AxisS;
@@ -61,7 +61,7 @@ void SaveSAxisPositions(SequenceContext& context) {
   if (context.Configuration.Records.DeviceType.UploadCalibrationData) {
     text += Command::SaveCalibration();
     Skip([&] { host.WriteStatus("Updating the Marivane's memory..."); });
-    // A refusal or a Stop cuts the upload short; the file leads all the same.
+    // A refusal or a Stop cuts the upload short; the file is authoritative all the same.
     host.RunCommandText(text.Text(), FailureMode::Skip);
   }
   Skip([&] { host.WriteStatus(""); });

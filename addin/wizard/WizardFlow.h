@@ -12,16 +12,15 @@
 
 namespace OrvelCalibrateS {
 
-/// The wizard's flow as a table: which button leads where, and what happens on the way.
+/// The wizard's flow as a table: the state that each button leads to, and the actions on the way.
 struct WizardFlow {
-  /// Which group of panels is visible.
+  /// The visible group of panels.
   enum class State : std::uint8_t { Initial, Warning, EjectPrompt, Ejecting, EjectDone, Main };
 
-  /// What must hold besides the press of the button.
+  /// The condition besides the press of the button.
   enum class Guard : std::uint8_t { None, ToolInstalled, ToolUninstalled, StageEmpty };
 
-  /// The event of a row that follows by itself when the row that leads to its state has been performed: no index that a
-  /// button could have.
+  /// Pseudo event: the row runs right after a row that enters its state. Not a valid button index.
   static constexpr Button Returned{std::numeric_limits<std::int16_t>::min()};
 
   /// One step of a transition, and a step in the sense of skip mode.
@@ -38,13 +37,13 @@ struct WizardFlow {
     State from;
     Button event;  ///< the button, or `Returned`
     Guard guard;
-    std::array<Action, 9> actions;  ///< in order; those behind the last are `None`
+    std::array<Action, 9> actions;  ///< in order; unused ones at the end are `None`
     State to;
   };
 
   static std::span<const Transition> Transitions();
 
-  /// Performs what the press of that button brings about; nothing when no row fits.
+  /// Performs the transition for a press of that button; does nothing when no row fits.
   static void Press(frmAddIn& form, Button button);
 
  private:

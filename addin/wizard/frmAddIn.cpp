@@ -52,7 +52,7 @@ constexpr Message VerifyQuestion{"Calibrate Syringe Axis",
 }  // namespace
 
 std::shared_ptr<frmAddIn> frmAddIn::Make(const IniFiles& files, SharedRecords& records, SendState& sending) {
-  // Not make_shared: the constructor is the class's own.
+  // Not make_shared: the constructor is private.
   std::shared_ptr<frmAddIn> form(new frmAddIn(files, records, sending));
   form->ConnectHandlers();
   return form;
@@ -77,7 +77,7 @@ void frmAddIn::Form_Load() {
 }
 
 void frmAddIn::Unload() {
-  // First, so that whatever the host does inside the calls below finds the form gone.
+  // First, so that the host finds the form gone in everything it does during the calls below.
   if (std::exchange(loaded_, false)) Form_Unload();
 }
 
@@ -117,7 +117,7 @@ void frmAddIn::ConnectHandlers() {
 }
 
 void frmAddIn::cmdButton_Click(std::int16_t index) {
-  // What runs now may be nested in a send: only a Stop may then act, or it could be taken back.
+  // This press may be nested in a send. Only a Stop may act then: any other press could take a Stop back.
   const Button button{index};
   if (host_.LineUnderWay() && !IsStop(button)) return;
   Skip([&] { host_.WriteStopRequested(false); });
@@ -210,7 +210,7 @@ void frmAddIn::EjectHeadToStage() { OrvelCalibrateS::EjectHeadToStage(context_);
 void frmAddIn::EjectTeachTool() { OrvelCalibrateS::EjectTeachTool(context_); }
 
 void frmAddIn::VerifyAndSave() {
-  // A verification that fails counts as passed; the save's own question still stands between it and the file.
+  // A verification that fails counts as passed; the save still asks its own question before it writes the file.
   if (Passes([&] { return VerifyCalibratedPosition(); })) {
     SaveSAxisPositions(context_);
   } else {

@@ -11,12 +11,12 @@
 namespace OrvelCalibrateS {
 
 /// The wizard: the form, its handlers and its flags. Each load of the form is a new object, with the controls as
-/// designed and the flags False; the shared records are the library's and live on.
+/// designed and the flags False; the shared records belong to the library and live on.
 ///
 /// A handler keeps the object alive until it returns, so that the host may end the form in the middle of a command.
 class frmAddIn : public std::enable_shared_from_this<frmAddIn> {
  public:
-  /// Makes the form, as designed. `files`, `records` and `sending` must outlive it.
+  /// Creates the form, as designed. `files`, `records` and `sending` must outlive it.
   static std::shared_ptr<frmAddIn> Make(const IniFiles& files, SharedRecords& records, SendState& sending);
 
   frmAddIn(const frmAddIn&) = delete;
@@ -25,24 +25,26 @@ class frmAddIn : public std::enable_shared_from_this<frmAddIn> {
 
   /// Applies the captions of the machine's language.
   void Form_Load();
-  /// Runs Form_Unload: tells the instrument that the add-in is gone, drops the host's objects and closes the form.
-  /// Does nothing for a form that has been unloaded. From the beginning of it the operator reaches nothing any more.
+  /// Runs Form_Unload: reports to the device link that the add-in is inactive, drops the host's objects and closes the
+  /// form. Does nothing for a form that has been unloaded. From its start on the operator can't reach anything any
+  /// more.
   void Unload();
-  /// The same, for a host that takes its connection back: that goes first, after it has been told.
+  /// The same, for a host that takes its connection back: the connection is dropped first, after the same report to its
+  /// link.
   void DropConnection();
   bool Loaded() const { return loaded_; }
 
   forms::Form& Form() { return form_; }
   HostChannel& Host() { return host_; }
 
-  /// The three flags False. What a change of a selection and the host's `LoadDefaults` do.
+  /// Sets the three flags to false. Runs when a selection changes and for the host's `LoadDefaults`.
   void ResetProgressFlags() { flags_ = ProgressFlags(); }
   const ProgressFlags& Flags() const { return flags_; }
 
-  /// The host's `SaveChanges`: the save with its question, from whatever state the wizard is in.
+  /// The host's `SaveChanges`: the save with its question, from any state of the wizard.
   void SaveChanges();
 
-  /// What a press of the button does. In skip mode. While a line is under way only the two Stop buttons do anything.
+  /// Handles a press of the button. In skip mode. While a line is under way only the two Stop buttons have an effect.
   void cmdButton_Click(std::int16_t index);
 
  private:

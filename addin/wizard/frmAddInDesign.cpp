@@ -85,8 +85,8 @@ ControlDesign Background() {
 }  // namespace
 
 std::span<const forms::ControlDesign> FormDesign() {
-  // Two pages: fraMove and fraTest make the main page, beside which Home All and Stop are free; each of the other
-  // panels fills the whole area and covers those two.
+  // Two pages: fraMove and fraTest are the main page, with Home All and Stop free beside them; each of the other panels
+  // fills the whole area and covers those two buttons.
   static const std::array design{
       Background(),
 
