@@ -64,7 +64,7 @@ ControlState Control::State() const {
 void Control::Tell(Aspect aspect) { form_.Tell(id_, aspect); }
 
 void Control::RaiseClick() {
-  // A copy: the handler may close the form, which takes the handlers away.
+  // A copy, because the handler may close the form, which removes the handlers.
   if (const auto handler = OnClick) handler();
 }
 

@@ -14,8 +14,8 @@ namespace forms {
 
 class Form;
 
-/// A living control: its design, and what can be changed of it. A change tells the form's observer; setting a value
-/// that is there already changes nothing. A change by code and one by the operator take the same road.
+/// A live control: its design and its changeable state. A change notifies the form's observer; setting the current
+/// value again changes nothing. Changes by code and by the operator are handled in the same way.
 class Control {
  public:
   Control(Form& form, ControlId id, const ControlDesign& design, Control* container);
@@ -26,7 +26,7 @@ class Control {
   ControlId Id() const { return id_; }
   ControlKind Kind() const { return design_.kind; }
   std::string_view Name() const { return design_.name; }
-  /// Place in the control array; none for a control that isn't in one.
+  /// Index in the control array; none for a control outside an array.
   std::optional<std::int16_t> Index() const;
   const Control* Container() const { return container_; }
   const ControlDesign& Design() const { return design_; }
@@ -40,12 +40,12 @@ class Control {
   const Color& BackColor() const { return backColor_; }
   void SetBackColor(const Color& color);
 
-  /// Runs when the operator clicks; a list's when its selection changes, a check box's when its value changes, both by
-  /// code too. What leaves the handler leaves the statement that made the change.
+  /// Runs when the operator clicks; for a list when its selection changes, for a check box when its value changes, both
+  /// also by code. An exception that leaves the handler leaves the statement that made the change.
   std::function<void()> OnClick;
   void RaiseClick();
 
-  /// Everything that a renderer can ask of the control.
+  /// The control's complete state for a renderer.
   virtual ControlState State() const;
 
  protected:
@@ -96,9 +96,9 @@ class ComboBox final : public Control {
  public:
   ComboBox(Form& form, ControlId id, const ControlDesign& design, Control* container);
 
-  /// Takes all entries away and leaves nothing selected, without running a handler.
+  /// Removes all entries and leaves nothing selected, without running a handler.
   void Clear();
-  /// Puts an entry at the end, with the item data 0.
+  /// Adds an entry at the end, with the item data 0.
   void AddItem(std::string_view text);
   /// Index of the entry that was added last; -1 when there is none.
   std::int32_t NewIndex() const { return newIndex_; }
@@ -108,7 +108,7 @@ class ComboBox final : public Control {
   /// The selected entry's text, "" when none is selected.
   std::string_view Text() const;
 
-  /// Each of these fails, with nothing changed and no value, for an entry that the list doesn't have.
+  /// Each of these fails, without a change or a value, for an entry that the list doesn't have.
   [[nodiscard]] bool SetListIndex(std::int32_t entry);  ///< -1 is allowed: nothing selected
   [[nodiscard]] bool SetItemData(std::int32_t entry, std::int32_t data);
   std::optional<std::int32_t> ItemData(std::int32_t entry) const;

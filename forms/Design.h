@@ -4,12 +4,12 @@
 #include <string_view>
 #include <variant>
 
-/// How a form is described before it lives: a table of rows, one for each control.
+/// The description of a form before it is created: a table with one row for each control.
 namespace forms {
 
 enum class ControlKind : std::uint8_t { PictureBox, Frame, CommandButton, Label, ComboBox, CheckBox, TextBox };
 
-/// The name of the control's class, by which texts are assigned to controls: "Label", "CommandButton" and so on.
+/// The name of the control's class, used to assign texts to controls: "Label", "CommandButton" and so on.
 inline std::string_view TypeName(ControlKind kind) {
   switch (kind) {
     case ControlKind::PictureBox:
@@ -61,8 +61,8 @@ inline constexpr std::int16_t NoIndex = -1;
 
 /// One control as designed. A control array is a set of rows with one name and different indices.
 ///
-/// The rows of a form stand in stacking order, from the top: of two controls in the same container the earlier row
-/// covers the later one. The first row is the outermost container, and every container stands before its contents.
+/// The rows of a form are in stacking order, from the top: of two controls in the same container the earlier row covers
+/// the later one. The first row is the outermost container, and every container comes before its contents.
 struct ControlDesign {
   ControlKind kind = ControlKind::Label;
   std::string_view name = {};

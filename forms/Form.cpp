@@ -80,7 +80,7 @@ bool Form::Reachable(ControlId control) const noexcept {
   const Rectangle bounds = BoundsOnForm(*target);
   for (const Control* level = target; level != nullptr; level = level->Container()) {
     if (!level->Visible()) return false;
-    // Of the level's neighbours, those in earlier rows lie above it.
+    // Of the level's neighbours, those in earlier rows are above it.
     const bool covered = std::any_of(controls_.begin(), controls_.begin() + level->Id(), [&](const auto& other) {
       return level->Container() != nullptr && other->Container() == level->Container() && other->Visible() &&
              HoldsCentreOf(BoundsOnForm(*other), bounds);
@@ -114,9 +114,10 @@ bool Form::Pick(ControlId list, std::int32_t entry) noexcept {
   return Raise([target, entry] { static_cast<void>(target->SetListIndex(entry)); });
 }
 
-/// An event that the operator raised. What leaves its handlers ends here: no caller could do anything about it.
+/// Runs an event that the operator raised. An exception that leaves its handlers ends here, because no caller could
+/// handle it.
 bool Form::Raise(const std::function<void()>& event) const noexcept {
-  std::shared_ptr<void> held;  // may be all that keeps this form: nothing of it is used after the event
+  std::shared_ptr<void> held;  // may be the last reference to this form: no member is used after the event
   try {
     if (hold_) held = hold_();
     event();

@@ -15,8 +15,8 @@
 
 namespace forms {
 
-/// A living form: its controls, made from the rows of a design, and its surface towards a renderer.
-/// For one thread. The design's rows must outlive the form.
+/// A live form: its controls, created from the rows of a design, and its surface for a renderer. Single-threaded. The
+/// design's rows must outlive the form.
 class Form final : public ISurface {
  public:
   Form(std::string_view caption, std::span<const ControlDesign> design);
@@ -30,23 +30,23 @@ class Form final : public ISurface {
   /// All controls in the order of the design.
   const std::vector<std::unique_ptr<Control>>& Controls() const { return controls_; }
 
-  /// The control of that name and index. Asking for one that the design doesn't have, or for another kind than it is,
-  /// is a mistake of the program and ends it.
+  /// The control with that name and index. A request for a control that the design doesn't have, or for the wrong kind,
+  /// is a programming error and ends the program.
   template <class Kind = Control>
   Kind& Get(std::string_view name, std::int16_t index = NoIndex) {
     return dynamic_cast<Kind&>(*controls_.at(static_cast<std::size_t>(Find(name, index))));
   }
 
-  /// A closed form shows nothing more, and an answer to a box that was open when it closed doesn't count: both give
-  /// `CarefulAnswer`.
+  /// A closed form shows no more boxes, and an answer to a box that was open when the form closed doesn't count: the
+  /// result is `CarefulAnswer` in both cases.
   MessageAnswer ShowMessage(std::string_view title, std::string_view text, MessageButtons buttons, MessageIcon icon);
   std::int32_t WindowHandle() const { return windowHandle_; }
 
-  /// What must not go away while the operator's events run, such as the form itself: `hold` is called when an event
-  /// begins, and what it gives is let go when the event has ended.
+  /// Keeps objects alive while the operator's events run, such as the form itself: `hold` is called when an event
+  /// begins, and its result is released when the event has ended.
   void HoldDuringEvents(std::function<std::shared_ptr<void>()> hold) { hold_ = std::move(hold); }
 
-  /// Ends the form's life on the screen: handlers, observer and message boxes go, and the operator reaches nothing.
+  /// Closes the form: handlers, observer and message boxes are removed, and the operator can't reach anything any more.
   void Close();
 
   std::string_view FormCaption() const noexcept override { return caption_; }

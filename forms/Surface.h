@@ -5,16 +5,17 @@
 
 #include "forms/Design.h"
 
-/// The seam between a living form and whatever draws it and passes on what the operator does: a window with native
-/// widgets, or a program that plays the operator. Both sides are built together; no exception crosses.
+/// The interface between a live form and its renderer, which draws the form and passes on the operator's actions: a
+/// window with native widgets, or a program that plays the operator. Both sides are built together; no exception
+/// crosses.
 namespace forms {
 
-/// A control's place among the rows of its form's design, from 0. The outermost container is 0.
+/// A control's index among the rows of its form's design, from 0. The outermost container is 0.
 using ControlId = std::int32_t;
 
 inline constexpr ControlId NoControl = -1;
 
-/// A control as it is now. The texts are valid until the form changes.
+/// The current state of a control. The texts are valid until the form changes.
 struct ControlState {
   ControlKind kind = ControlKind::Label;
   std::string_view name;
@@ -22,7 +23,7 @@ struct ControlState {
   ControlId container = NoControl;
   Rectangle bounds;
   std::string_view caption;
-  bool visible = true;  ///< of its own; a control shows when its containers are visible too
+  bool visible = true;  ///< the control's own flag; a control shows only when its containers are visible too
   bool enabled = true;
   Color backColor;
   bool bold = false;
@@ -35,10 +36,10 @@ struct ControlState {
   std::int32_t listCount = 0;   ///< of a list: number of entries
 };
 
-/// What has changed in a control.
+/// The property of a control that has changed.
 enum class Aspect : std::uint8_t { Caption, Visible, Enabled, BackColor, Entries, Selection, Checked, Text };
 
-/// Hears of changes, once for each, when it has taken place and before the handlers that it raises.
+/// Is notified of each change once, after the change and before the handlers that it triggers.
 class IObserver {
  public:
   virtual void Changed(ControlId control, Aspect aspect) noexcept = 0;
@@ -69,7 +70,7 @@ inline MessageAnswer CarefulAnswer(MessageButtons buttons) {
 /// Shows modal message boxes: `Show` returns when the operator has answered.
 class IMessageBoxes {
  public:
-  /// Lines of `text` end in CR LF. An empty title means that the box has none of its own.
+  /// Lines of `text` end in CR LF. An empty title means that the box has no title of its own.
   virtual MessageAnswer Show(std::string_view title, std::string_view text, MessageButtons buttons,
                              MessageIcon icon) noexcept = 0;
 
@@ -82,25 +83,25 @@ class ISurface {
   virtual std::string_view FormCaption() const noexcept = 0;
   virtual std::int32_t ControlCount() const noexcept = 0;
   virtual ControlState State(ControlId control) const noexcept = 0;
-  /// The control of that name and index (`NoIndex` outside an array); `NoControl` when there is none.
+  /// The control with that name and index (`NoIndex` outside an array); `NoControl` when there is none.
   virtual ControlId Find(std::string_view name, std::int16_t index) const noexcept = 0;
 
   /// Of a list, for 0 <= entry < listCount.
   virtual std::string_view Entry(ControlId list, std::int32_t entry) const noexcept = 0;
   virtual std::int32_t ItemData(ControlId list, std::int32_t entry) const noexcept = 0;
 
-  /// Whether the operator can get at the control: it and its containers are visible, and no control that lies above it
-  /// covers its centre. Says nothing of `enabled`.
+  /// Whether the operator can reach the control: it and its containers are visible, and no control above it covers its
+  /// centre. Doesn't depend on `enabled`.
   virtual bool Reachable(ControlId control) const noexcept = 0;
 
-  /// What the operator does. Each gives False, and nothing has happened, when the screen doesn't allow it: the control
-  /// is disabled or out of reach, or what is asked for is so already. The outermost container can always be clicked.
+  /// The operator's actions. Each returns false, and has no effect, when the screen doesn't allow it: the control is
+  /// disabled or out of reach, or already has the requested state. The outermost container can always be clicked.
   virtual bool Click(ControlId control) noexcept = 0;
   virtual bool SetChecked(ControlId checkBox, bool checked) noexcept = 0;
   virtual bool Pick(ControlId list, std::int32_t entry) noexcept = 0;
 
-  /// What the renderer supplies; null takes it away. Without message boxes, a box counts as answered at once by
-  /// `CarefulAnswer`.
+  /// The objects that the renderer supplies; null removes them. Without message boxes, a box counts as answered at once
+  /// by `CarefulAnswer`.
   virtual void SetObserver(IObserver* observer) noexcept = 0;
   virtual void SetMessageBoxes(IMessageBoxes* messageBoxes) noexcept = 0;
   /// The handle by which the window system knows the form; 0 while there is no window.
