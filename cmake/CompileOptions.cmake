@@ -6,8 +6,8 @@ add_compile_options(
   -ffp-contract=off)
 
 if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
-  # g++ 12 sees overlaps in "literal" + std::string that aren't there, and complains of what a designated initializer
-  # leaves out, which is what designated initializers are for.
+  # g++ 12 wrongly reports overlaps in "literal" + std::string, and warns about members that a designated initializer
+  # leaves out on purpose.
   add_compile_options(-Wno-restrict -Wno-missing-field-initializers)
 endif()
 

@@ -1,8 +1,8 @@
 # add_layer(NAME [DEPENDS target...])
 #
-# One static library for the folder it is called in, made of all the folder's sources. A layer sees only the headers of
-# the layers that it names, by their path from the project's root; an include that runs upwards shows in the link.
-# Position-independent with hidden symbols, so that a layer can stand in the add-in library and in a program.
+# One static library from all sources of the folder that calls it. Headers are included by their path from the project's
+# root; tests/build/Layers.cmake checks the includes. Position-independent with hidden symbols, so that both the add-in
+# library and a program can contain a layer.
 function(add_layer name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "DEPENDS")
   file(GLOB sources CONFIGURE_DEPENDS *.cpp)
