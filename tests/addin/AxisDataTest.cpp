@@ -30,7 +30,7 @@ struct Axes : Testing::TestConfiguration {
   }
 };
 
-/// The record in the form of its line; empty for an axis that isn't present and blank throughout.
+/// The record in the form of its line; empty for an axis that isn't present and is blank throughout.
 std::string LineOf(const AxisRecord& axis) {
   std::ostringstream line;
   line << axis.Name << ',' << axis.MmPerStep;
@@ -86,7 +86,7 @@ TEST(AxisDataTest, SerialDiluteXAndYAreScaled) {
 }
 
 TEST(AxisDataTest, APlaceThatCannotBeReadKeepsTheValueOfTheLineBefore) {
-  // What the lines leave of AxisY or AxisSDY stands behind them; the factor is 2.
+  // The lines come first, then the resulting AxisY or AxisSDY; the factor is 2.
   using Row = std::tuple<const char*, Lines, const char*>;
   const std::string full = ",0.5,2,3,4,5,6,7,8,9,10,11,1,-1,14";
   // clang-format off

@@ -130,7 +130,7 @@ TEST(MoveToCalibrationLocation, TheFileMakesTheLines) {
 }
 
 TEST(JogSAxis, APressMovesByTheStepSizeAndRoundsToWholeSteps) {
-  // An empty value on record: there is none. The step sizes are 0.1 mm (0) and 1 mm (1).
+  // An empty value on record: there is no value. The step sizes are 0.1 mm (0) and 1 mm (1).
   using Jog = std::tuple<const char*, const char*, const char*, const char*, int, std::vector<std::int16_t>, Lines>;
   // clang-format off
   const std::vector<Jog> rows = {

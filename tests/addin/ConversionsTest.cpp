@@ -16,7 +16,7 @@ namespace {
 constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
 constexpr std::int32_t least = std::numeric_limits<std::int32_t>::min();
 
-/// What the conversion gives; nothing when it fails.
+/// The conversion's result; none when it fails.
 template <class Value, class... Arguments>
 std::optional<Value> Outcome(Value (*conversion)(Arguments...), std::type_identity_t<Arguments>... arguments) {
   std::optional<Value> value;
@@ -93,11 +93,11 @@ TEST(ConversionsTest, NumberFieldsRoundTiesToEvenWithinTheirRange) {
     EXPECT_EQ(Outcome(&RoundedNumber<std::int16_t>, text), in16);
     EXPECT_EQ(Outcome(&StrictWhole<std::int16_t>, text, "."), in16);
   }
-  // Where the two part: a text that is no number as a whole, and one that no double holds.
+  // The differences of the two: a text that isn't a number as a whole, and a number that doesn't fit a double.
   EXPECT_EQ(RoundedNumber<std::int16_t>("7.5 mm"), 8);
   EXPECT_THROW(StrictWhole<std::int16_t>("7.5 mm", "."), StepFailed);
   EXPECT_THROW(RoundedNumber<std::int32_t>("1e400"), StepFailed);
-  // Single precision rounds once, and fails behind its range.
+  // Single precision rounds once, and fails beyond its range.
   EXPECT_EQ(StrictReal<float>("0.05", "."), 0.05F);
   EXPECT_EQ(StrictReal<float>("1e-60", "."), 0.0F);
   EXPECT_THROW(StrictReal<float>("1e39", "."), StepFailed);

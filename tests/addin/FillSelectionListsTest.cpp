@@ -91,7 +91,7 @@ TEST(FillSelectionLists, ARefillForgetsPicksAndUnsavedSteps) {
   for (const std::int16_t button : std::vector<std::int16_t>{7, 5, 14}) wizard.Press(button);
   EXPECT_EQ(wizard.CurrentSteps(), "520");
   wizard.Press(9);
-  Lines expected = asInstalled;  // but what is installed now is the teach tool without a tip: neither is listed
+  Lines expected = asInstalled;  // but now the teach tool is installed, without a tip: neither is listed
   expected[4] = "*Tip A=1, Tip D=4";
   EXPECT_EQ(AllLists(wizard), expected);
   EXPECT_FALSE(wizard.Form->Flags().Homed) << "the selections changed";
@@ -110,7 +110,7 @@ TEST(RetrieveConfiguration, AsksTheInstrumentAndFillsTheListsUnlessStopped) {
       {"no status panel", NoStatusPanel, "stop False\n" + Line("REV") + "changed False\n", asInstalled},
       {"no host window", NoHostWindow, "stop False\n" + retrieving + Line("REV") + "status \n", asInstalled},
       {"the file can't be read", ReadsFail, ordinary, withoutFile},
-      // Without a filter a test that fails lets the entry in: the nests show as entries without a name.
+      // Without a filter a failed test admits the entry: the nests appear as entries without a name.
       {"nothing can be split", SplitsFail, ordinary, {"*=1, =2", "", "", "", "", "*" + stepSizes, ""}},
   };
   // clang-format on

@@ -15,7 +15,7 @@ using Testing::Lines;
 using Testing::LineWith;
 using Steps = std::vector<double>;
 
-/// S steps of 0.5 mm and Z steps of 0.25 mm; tip mount depths 1 to 5; lengths that tell axis and rounding apart.
+/// S steps of 0.5 mm and Z steps of 0.25 mm; tip mount depths 1 to 5; lengths that differ by axis and rounding.
 struct Heads : Testing::TestConfiguration {
   Heads() {
     Records.AxisS.MmPerStep = 0.5F;

@@ -195,8 +195,8 @@ TEST(NestSeatTest, TheStretchToTheSeatHasSinglePrecision) {
   ExpectAll({
       {"11.49999996, and 2 back", {8.0F / 3, 1, -1, 10, 0, 0, 0, 0}, 11, 9},
       {"8.50000004, and 2 back", {8.0F / 3, -1, 1, 10, 0, 0, 0, 0}, 9, 11},
-      // 4 / 1.142857194 * 5 is 17.4999992, which is 17.5 in single precision. With the quotient or each factor in
-      // single precision it isn't.
+      // 4 / 1.142857194 * 5 is 17.4999992, which is 17.5 in single precision. It isn't 17.5 with the quotient or each
+      // factor in single precision.
       {"rounded to single precision once, after the sign", {8.0F / 7, 1, 5, 10, 0, 0, 0, 0}, 13, 31},
   });
 }

@@ -25,7 +25,7 @@ struct CountingConnection final : FakeHost::Object<HelmswayCmds::IParentConnecti
   std::set<int> Failing;
 };
 
-/// A link that fails in a way that the contract forbids, with out values written, or hands out nothing and says Ok.
+/// A link that violates the contract: it fails after writing out values, or hands out nothing and returns Ok.
 struct LyingConnection final : FakeHost::Object<HelmswayCmds::IParentConnection> {
   struct Link final : FakeHost::Object<HelmswayCmds::IDeviceLink> {
     using Object::Object;
@@ -111,7 +111,7 @@ TEST(SendDeviceCommand, WhatAFailingCallHasWrittenDoesNotCount) {
 }
 
 TEST(RunCommandText, SendsUntilARefusalAndSkipsBehindAStop) {
-  // Where the Stop comes "before", it stands when the run begins.
+  // "before" means that the Stop is set when the run begins.
   using Row = std::tuple<const char*, const char*, const char*, const char*, Lines, bool>;
   const std::vector<Row> rows = {
       {"one line without a line end", "A", "", "", {"A"}, true},
@@ -138,7 +138,7 @@ TEST(RunCommandText, SendsUntilARefusalAndSkipsBehindAStop) {
 }
 
 TEST(RunCommandText, AFailingStepEndsItInPassUpModeAndIsPassedOverInSkipMode) {
-  Channel passUp({1});  // the first fetch is the first look at the Stop
+  Channel passUp({1});  // the first fetch is the first read of the Stop
   EXPECT_THROW(passUp.Tested.RunCommandText("A\r\nB\r\n", FailureMode::PassUp), StepFailed);
   EXPECT_EQ(passUp.Host.Sent(), Lines{});
   Channel skip({1});
@@ -152,8 +152,8 @@ TEST(RunCommandText, AFailingStepEndsItInPassUpModeAndIsPassedOverInSkipMode) {
 }
 
 TEST(RunCommandText, AStopThatHasBeenReadHoldsWhereTheNextReadFails) {
-  // Fetches 1 to 4 are those of the first line, 5 is the read that finds the Stop, 6 and 7 are those that fail. So does
-  // 8, the first of the next run.
+  // Fetches 1 to 4 belong to the first line, 5 is the read that finds the Stop, 6 and 7 fail. So does 8, the first of
+  // the next run.
   Channel channel({6, 7, 8});
   channel.Host.Meanwhile["A"] = [&] { channel.Host.StopRequested = true; };
   bool stopRequested = false;

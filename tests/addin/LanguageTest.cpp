@@ -19,7 +19,7 @@ constexpr forms::ControlDesign Control(ControlKind kind, std::string_view name, 
   return {.kind = kind, .name = name, .index = index, .caption = "as designed"};
 }
 
-/// One control of each sort that the rule tells apart.
+/// One control of each kind that the rule distinguishes.
 // clang-format off
 constexpr std::array design{
     Control(ControlKind::PictureBox, "lblTitle", NoIndex), Control(ControlKind::Label, "lblTitle", NoIndex),
@@ -33,7 +33,7 @@ constexpr std::array design{
 };
 // clang-format on
 
-/// The controls whose caption isn't that of the design, as "name(index)=caption".
+/// The controls whose caption differs from the design, as "name(index)=caption".
 Lines Changed(const forms::Form& form) {
   Lines changed;
   for (const auto& control : form.Controls()) {
@@ -71,7 +71,7 @@ TEST(LanguageTest, LanguageAndControlMakeTheNumberOfTheText) {
 
 TEST(LanguageTest, TheLibraryHoldsTheTitleInItsFirstLanguage) {
   Testing::TestConfiguration machine;
-  machine.Ini.Set("General", {{"Language", "9"}});  // of the other file
+  machine.Ini.Set("General", {{"Language", "9"}});  // a key of the other file
   forms::Form form("", FormDesign());
   form.Get("lblTitle").SetCaption("");
   ApplyLanguage(form, machine.Files);

@@ -71,7 +71,7 @@ TEST(ListOperationsTest, ACatalogueFillsAList) {
            Row{"and for an empty one", {{"Item1", "A"}, {"Default", ""}, {"Installed", "x=A"}}, "1:A*"},
            Row{"but not beside a Default", {{"Item1", "A"}, {"Default", "1"}, {"Installed", "x=A"}}, "1:A"},
            Row{"an entry without a first place is left out", {{"Item1", ",x"}, {"Item2", "B"}}, "2:B"},
-           // Its name is empty, which nothing preselected equals.
+           // Its name is empty and so equals the empty name to be preselected.
            Row{"a first place of quotes", {{"Item1", "\"\",x"}, {"Item2", "B"}}, "1:* 2:B"},
            Row{"included: in any letters", kinds, "1:A 2:B", {1, "Serialdilute", off, ""}},
            Row{"excluded: the place contains the text", kinds, "3:C", {off, "", 1, "serialDILUTE"}},
@@ -101,8 +101,8 @@ TEST(ListOperationsTest, OnlyTheSelectionRunsTheHandlerAndAHostThatFailsCostsSte
   catalogue.Ini.Marivane.erase({"S", "DEFAULT"});
   EXPECT_EQ(fill({}), "1:A 2:B") << "the selection is forgotten";
   EXPECT_EQ(picks, "B");
-  // A line that can't be split has no first place, so the test for one fails and passes; nothing gives it a name, and
-  // nothing is what is preselected.
+  // A line that can't be split has no first place, so the test for one fails and counts as passed. The entry's name is
+  // empty, and so is the name to be preselected.
   catalogue.Ini.SplitsFail = true;
   EXPECT_EQ(fill({}), "1: 2:*");
   EXPECT_EQ(fill({.excludePlace = 1, .excludeText = "y"}), "");

@@ -66,7 +66,7 @@ TEST(NestTypeTest, NamesThatAreComparedKeepTheirQuotes) {
   EXPECT_EQ(ReadCalibration(machine.Config, "", "\"STAGE2\"").Item, "1");
 }
 
-/// What the search of a section for STAGE6 ends with: the record's item, and its name if it is another.
+/// The result of the search of a section for STAGE6: the record's item, and its name if it is a different one.
 std::string Found(const Configuration& configuration, std::string_view section) {
   const auto found = [](const auto& item, const auto& name) { return item + (name == "STAGE6" ? "" : " " + name); };
   const Position position = ReadPosition(configuration, "", "STAGE6", otherFile);
@@ -78,7 +78,7 @@ std::string Found(const Configuration& configuration, std::string_view section) 
 }
 
 TEST(WalkByNameTest, EndsAtTheNameOrAtAnEmptyOne) {
-  // The lines 1, 2, 3; an empty line stands for a missing key.
+  // The lines 1, 2, 3; an empty line means a missing key.
   using Row = std::tuple<const char*, const char*, Lines, std::string>;
   for (const auto& [name, section, lines, found] : {
            Row{"first of two", "NestType", {"A,STAGE2", "B,STAGE6", "C,STAGE6"}, "2"},
@@ -132,7 +132,7 @@ TEST(PositionTest, PositionsAndCalibrationsTreatTiesDifferently) {
 }
 
 TEST(WalkByNameTest, LooksForTheNameThatItBeganWithAlsoWhenItsRecordIsReplacedMeanwhile) {
-  // The host can run another load inside any call, and the name may be a field of what that load replaces.
+  // The host can run another load during any call, and the name may be a field of a record that this load replaces.
   TestConfiguration test;
   const std::string name = "A place with a name of some length";
   test.Records.DeviceType.Name = "2";

@@ -16,7 +16,7 @@ namespace {
 using Testing::LineWith;
 using Testing::TestConfiguration;
 
-/// The numbers of the fields that hold anything: "3 4 ".
+/// The numbers of the fields that aren't empty: "3 4 ".
 template <class... Fields>
 std::string Filled(const std::tuple<Fields&...>& fields) {
   std::string filled;

@@ -32,7 +32,7 @@ TEST(DeviceTypeTest, TheItemIsTheOneAskedForOrTheInstalledOne) {
 }
 
 TEST(DeviceTypeTest, FlagsDifferInTheirDefaultAndInWhatTheyRead) {
-  // The first flag is what an absent key gives, the second what "True" gives.
+  // The first flag is the value for an absent key, the second the value for "True".
   using Row = std::tuple<const char*, bool DeviceType::*, bool, bool>;
   for (const auto& [key, field, whenAbsent, word] :
        {Row{"UploadCalibrationData", &DeviceType::UploadCalibrationData, true, true},
@@ -128,7 +128,7 @@ TEST(PlateTypeTest, AnEmptyItemIsNotTheInstalledOne) {
   EXPECT_EQ(ReadPlateType(test.Files, "").Name, "bare");
 }
 
-/// A machine each of whose records is worked out from the ones that are loaded ahead of it.
+/// A machine in which each record depends on the records that are loaded before it.
 struct LoadedMachine : TestConfiguration {
   LoadedMachine() {
     Ini.Set("Z_Calibration", {{"TipMountDepth125", "9.5"}});

@@ -9,7 +9,7 @@ using enum forms::MessageAnswer;
 
 constexpr std::int16_t save = 6;
 
-/// Save is reached through Start or a jog; this goes there and forgets the way.
+/// Save is reached through Start or a jog; this goes there and clears the log.
 void ToCalibrationLocation(Wizard& wizard) {
   wizard.ToMainPage();
   wizard.Press(7);
@@ -30,7 +30,7 @@ const std::string begun = asked + saving + updating;
 const std::string closing = "status \nchanged False\n";
 
 const std::string marked = "DeviceType/AxisCalibratedS=1";
-/// What the example's three concerned heads become with the working value 500: teach tool offset 100, so S is 600.
+/// The example's three heads concerned after a save of the working value 500: teach tool offset 100, so S is 600.
 const Lines writtenHeads = {
     "HeadType/Item1=\"Teach Tool\",CALIBRATE,0,0,0,1,0,0,0,0,620,0,600,0,0,0,1_CH_SHORT,0,\"\",0,0",
     "HeadType/Item2=\"8 Channel\",SERIALDILUTE,1.5,125,0,8,2,1,0,1,620,11,600,1.5,3.25,-4,8_CH,1,\"note\",0,2.5",
@@ -128,7 +128,7 @@ TEST(SaveSAxisPositions, EndsThroughItsClosingStepsOnEveryRoad) {
   // clang-format on
 }
 
-/// Saves a catalogue of that one head: what is written, and the commands behind it.
+/// Saves a catalogue of that one head. Returns the writes, followed by the commands.
 Lines SavedAs(const std::string& head, const Given& given) {
   Wizard wizard;
   ToCalibrationLocation(wizard);
@@ -148,7 +148,7 @@ TEST(SaveSAxisPositions, PositionAndStrokeGoToTheFileAndTheInstrument) {
   const auto offset = [](const char* mm) { return Key("HeadType", "SDTeachToolOffsetMM", mm); };
   const auto mmPerStep = [](float mm) { return [=](Wizard& wizard) { wizard.Records.AxisS.MmPerStep = mm; }; };
   const Given reversed = [](Wizard& wizard) { wizard.Records.AxisS.MoveSign = -1; };
-  // Volume, stroke, places 10 to 12 as they are written, and the two commands; what is empty doesn't come.
+  // Volume, stroke, places 10 to 12 as they are written, and the two commands; an empty command isn't sent.
   using Head = std::tuple<const char*, std::string, std::string, std::string, std::string, std::string, Given>;
   // clang-format off
   const std::vector<Head> heads = {

@@ -5,7 +5,7 @@
 namespace OrvelCalibrateS::Testing {
 namespace {
 
-/// What has been read, one word for each look at an entry, for the Z calibration, the axes and the collision key.
+/// The reads so far: one word for each read of an entry, of the Z calibration, of the axes and of the collision key.
 std::string Loads(Wizard& wizard) {
   std::string loads;
   for (const std::string& read : wizard.Ini().Reads) {

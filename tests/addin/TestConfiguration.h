@@ -9,7 +9,7 @@
 
 namespace OrvelCalibrateS::Testing {
 
-/// The path of the fake's second file. A reader that is given it finds there what `Ini.Helmsway` holds.
+/// The path of the fake's second file. A reader with this path reads the content of `Ini.Helmsway`.
 inline constexpr std::string_view otherFile = "/elsewhere/Helmsway.ini";
 
 /// Shared records over files in memory.
@@ -21,7 +21,7 @@ struct TestConfiguration {
   Configuration Config{Fake.Files, Records};
 };
 
-/// An item line that holds the text at that place, and nothing at the places in front of it.
+/// An item line with the text at that place, and nothing at the places before it.
 inline std::string LineWith(std::size_t place, std::string_view text) {
   return std::string(place, ',') + std::string(text);
 }

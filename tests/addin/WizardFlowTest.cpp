@@ -7,7 +7,7 @@ namespace {
 
 const std::vector<std::int16_t> drivenButtons = {0, 6, 5, 13, 3, 2, 12, 7, 8};
 
-/// Writes what changes of the form into the host's log: "show fraMove", "hide fraEject", "colour 7", "on 7", "caption
+/// Writes the form's changes into the host's log: "show fraMove", "hide fraEject", "colour 7", "on 7", "caption
 /// lblEjecting", "uncheck chkStageEmpty".
 struct ChangeLog final : forms::IObserver {
   explicit ChangeLog(Wizard& wizard) : Played(wizard) { wizard.Screen().SetObserver(this); }
@@ -27,15 +27,15 @@ struct ChangeLog final : forms::IObserver {
   Wizard& Played;
 };
 
-/// What the operator does, in words: "press 10", "check chkToolInstalled", "uncheck chkStageEmpty".
+/// Performs an action of the operator, given in words: "press 10", "check chkToolInstalled", "uncheck chkStageEmpty".
 bool Do(Wizard& wizard, const std::string& words) {
   const std::string target = words.substr(words.find(' ') + 1);
   if (words.starts_with("press")) return wizard.Press(static_cast<std::int16_t>(std::stoi(target)));
   return wizard.Check(target, words.starts_with("check"));
 }
 
-/// Nothing else can be pressed, and a button that the enable sets drive wears the colour of its state, once a set has
-/// been applied.
+/// Checks that nothing else can be pressed, and that the buttons of the enable sets have the colour of their state,
+/// once a set has been applied.
 void ExpectButtons(Wizard& wizard, const std::string& pressable, bool driven) {
   EXPECT_EQ(wizard.PressableButtons(), pressable);
   wizard.Host.Log.clear();
@@ -58,7 +58,7 @@ TEST(WizardFlow, EveryStateAllowsItsButtonsAndLeadsWhereItShallWhateverHappensOn
       {"press 10", "fraWarning", ""},
       {"check chkToolUninstalled", "fraWarning", "9"},
       {"check chkToolInstalled", "fraWarning", "9"},
-      {"uncheck chkToolInstalled", "fraWarning", ""},  // the other box had gone out
+      {"uncheck chkToolInstalled", "fraWarning", ""},  // the other box was cleared
       {"check chkToolUninstalled", "fraWarning", "9"},
       {"press 9", "fraEject", ""},
       {"check chkStageEmpty", "fraEject", "4"},
@@ -80,7 +80,7 @@ TEST(WizardFlow, EveryStateAllowsItsButtonsAndLeadsWhereItShallWhateverHappensOn
       {"press 6", mainPage, "0 5 6 7 8 14 16"},
       {"press 5", mainPage, "0 5 6 14 16"},
       {"press 14", "fraWarning", "9"},
-      {"check chkToolUninstalled", "fraWarning", "9"},  // the other box goes out
+      {"check chkToolUninstalled", "fraWarning", "9"},  // clears the other box
       {"press 9", "fraEject", ""},                      // the stage's box has been cleared
   };
   const Given unconnected = [](Wizard& wizard) { wizard.Form->Host().ParentConnection = {}; };
@@ -108,14 +108,14 @@ TEST(WizardFlow, EveryStateAllowsItsButtonsAndLeadsWhereItShallWhateverHappensOn
   }
 }
 
-/// What a change of those buttons leaves in the log.
+/// The log of a change of those buttons.
 std::string Turn(const char* to, std::initializer_list<int> buttons) {
   std::string text;
   for (const int i : buttons) text += "colour " + std::to_string(i) + "\n" + to + " " + std::to_string(i) + "\n";
   return text;
 }
 
-/// The transcript with "lines" in place of everything that a run of sends leaves there.
+/// The transcript with "lines" in place of the log of each run of sends.
 std::string Outline(const Wizard& wizard) {
   const std::string lines = "lines\n";
   std::string text;

@@ -5,7 +5,7 @@
 namespace OrvelCalibrateS::Testing {
 namespace {
 
-/// A connection whose link can be had for so many more times.
+/// A connection that hands out its link only so many more times.
 struct LastingStop final : FakeHost::Object<HelmswayCmds::IParentConnection> {
   using Object::Object;
   Result GetDeviceLink(HelmswayCmds::IDeviceLink** link) noexcept override {
@@ -27,7 +27,7 @@ TEST(WizardInterruption, AStopWithNothingRunningIsTakenBackByTheNextPress) {
 }
 
 TEST(WizardInterruption, WhileALineIsUnderWayOnlyAStopActs) {
-  // The buttons that can be pressed on the screen while the line is under way stand last.
+  // The last member lists the buttons that can be pressed on the screen while the line is under way.
   using Row = std::tuple<std::int16_t, const char*, const char*>;
   for (const auto& [button, line, pressable] :
        {Row{10, "REV", "10"}, Row{0, "STATUS SLIDER", "14 16"}, Row{7, "MOVE S 502", "14 16"}}) {
@@ -67,7 +67,7 @@ TEST(WizardInterruption, AChangeOfSelectionOrTheHostsDefaultsResetTheProgress) {
     } else {
       wizard.Form->ResetProgressFlags();
     }
-    const bool kept = action == "cboCollectStep";  // a step size counts for nothing
+    const bool kept = action == "cboCollectStep";  // a step size has no effect
     EXPECT_EQ(wizard.Form->Flags().Homed, kept);
     EXPECT_EQ(wizard.Transcript(), "") << "and nothing else";
     wizard.Press(0);
@@ -130,7 +130,7 @@ TEST(WizardInterruption, TheHostMayEndTheFormInTheMiddleOfACommand) {
     wizard.Host.Meanwhile[line] = [&] {
       wizard.Forget();
       wizard.Form->Unload();
-      wizard.Form = nullptr;  // the host lets go of everything it has
+      wizard.Form = nullptr;  // the host releases everything that it holds
     };
     EXPECT_TRUE(wizard.Press(button));
     EXPECT_EQ(wizard.Transcript(), "active False\nsent " + std::string(line) + "\n");
@@ -152,7 +152,7 @@ TEST(WizardInterruption, AStopThatEndedTheEjectionKeepsTheToolRegisteredEvenIfTh
   Wizard wizard;
   wizard.ToMainPage();
   wizard.Boxes.Answers = {forms::MessageAnswer::Ok};
-  // The link goes where the run has read the Stop for its last line, before the sequence looks again.
+  // The link is lost when the run has read the Stop for its last line, before the sequence reads it again.
   auto* const connection = new LastingStop(wizard.Host);
   wizard.Form->Host().ParentConnection = Adopt<HelmswayCmds::IParentConnection>(connection);
   wizard.Host.Meanwhile["SET_SPEED Z 1000"] = [&] {

@@ -40,7 +40,7 @@ std::string Place(const std::string& line, int place) {
   return text;
 }
 
-/// The shortest road through a calibration, played in place on a copy of the example installation.
+/// The shortest way through a calibration, run in place on a copy of the example installation.
 class QuickCalibration : public testing::Test {
  protected:
   QuickCalibration() {
@@ -57,7 +57,7 @@ class QuickCalibration : public testing::Test {
     after_ = folder_.Read("Marivane.ini");
   }
 
-  /// Lines that went to the instrument and keys that were written, in order.
+  /// The lines sent to the instrument and the keys written, in order.
   std::vector<std::string> SentAndWritten() const {
     std::vector<std::string> steps;
     for (const auto& event : events_) {
@@ -118,7 +118,7 @@ TEST_F(QuickCalibration, ChangesNothingInTheFileButTheseValues) {
     EXPECT_EQ(after[i].back(), '\r');
     if (!key.starts_with("Item")) continue;
     EXPECT_EQ(Place(after[i], 12), "-3034") << after[i];
-    EXPECT_EQ(Place(after[i], 10), "-3270") << after[i];  // 236 steps of eject offset further
+    EXPECT_EQ(Place(after[i], 10), "-3270") << after[i];  // plus 236 steps of eject offset
   }
   EXPECT_EQ(changed, (std::vector<std::string>{"AxisCalibratedS", "Installed", "Item3", "Item4", "Item5", "Item6",
                                                "Item7", "Item8", "Item9", "Item10", "Item11", "Item12", "Item13",

@@ -88,7 +88,7 @@ TEST_F(HeadSequences, CollectHeadFollowsSelectionAndConfiguration) {
       {"a stage out of 32 bits: from 0", FarAway, With(Whole, "-358>205|-390>173")},
   });
   // clang-format on
-  // Without a selection the installed records count. The teach tool: 96 in place of 120, and no collect offset.
+  // Without a selection the installed records count. The teach tool has 96 in place of 120, and no collect offset.
   EXPECT_EQ(Play(NoHeads + NoHead, CollectHead), head("", "5", "-358>-375|-390>-407"));
   EXPECT_EQ(Play("file remove TipType Item1\nfile remove Position_2 Item1\n" + NoHead, CollectHead),
             Prompt("One", "", "") + Homing + With(Collecting, nowhere));

@@ -20,10 +20,10 @@ using OrvelCalibrateS::Testing::FakeHost;
 using OrvelCalibrateS::Testing::FakeIniService;
 using OrvelCalibrateS::Testing::Lines;
 
-/// Which part of a host window works.
+/// The part of a host window that works.
 enum class Parts { All, NoStatusBar, NoPanel };
 
-/// A host window that writes what its panel is given, and all else, into the host's log, after its name.
+/// A host window that writes its panel's texts, and every other call, into the host's log, after its name.
 struct NamedWindow final : FakeHost::Object<HelmswayCmds::IHostWindow> {
   struct Panel final : Object<HelmswayCmds::IStatusPanel> {
     Panel(FakeHost& host, std::string name) : Object(host), Name(std::move(name)) {}
@@ -60,7 +60,7 @@ struct NamedWindow final : FakeHost::Object<HelmswayCmds::IHostWindow> {
   Parts Working;
 };
 
-/// Counts how often it is handed out.
+/// Counts how often it has been handed out.
 struct CountedService final : OrvelCalibrateS::Implements<HelmswayCmds::IIniService> {
   Result QueryInterface(const HelmswayCmds::Id& interfaceId, void** object) noexcept override {
     ++HandedOut;

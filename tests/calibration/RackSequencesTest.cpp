@@ -34,7 +34,7 @@ class RackSequences : public SequenceTest {
     return "file set HeadType Item1 One,SERIALDILUTE,0,30,0,1,0,0,0,0,900,0,500," + mm + ",5,7,1_CH_SHORT,0,,0,0\n";
   }
 
-  /// The way to the rack and the collection with other heights: that of the rack, and the stroke's.
+  /// The way to the rack and the collection with other heights: the height of the rack and the height of the stroke.
   std::string At(const std::string& rack, const std::string& stroke) const {
     return With(ToRack, "-247>" + rack) + With(Collecting, "-351>" + stroke + "|-247>" + rack);
   }
@@ -108,7 +108,7 @@ TEST_F(RackSequences, ARefusedLineEndsItsSequenceAndAStopEndsThemAllThroughTheir
       {"stopped: the key stays", Stop("MOVE Z -279"), Whole + Stopped("MOVE Z -279", Ejecting) + "status\n"},
       {"stopped while homing: no line", AnyPick + Stop("HOME"),
        Stopped("HOME ALL", Homing) + "status\nstatus Moving to rack\n" + closing + Ejecting},
-      // The list to the rack stands; what is loaded behind it is of the lower stage: -587 - 64 - ...
+      // The lines to the rack are already built; the records loaded after them are of the lower stage: -587 + 64 + ...
       {"a pick on the way: the rack counts as reached", "during \"MOVE Y\" pick cboPosition 1\n", ToRack + below},
       {"behind it: back to the rack", "during \"SET_SPEED S 300\" pick cboTipRack 1\n", Whole + otherRack},
       {"no link: homed, but not at the rack", AnyPick + "link down\nclick 3\nlink up\nclick 2\n",

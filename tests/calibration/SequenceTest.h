@@ -12,7 +12,7 @@
 
 namespace Helmsway {
 
-/// Whole transcripts of sequences, played against an instrument that accepts every line.
+/// Whole transcripts of sequences, run against an instrument that accepts every line.
 ///
 /// The instrument of the configuration has an X axis. A step of Z is 0.125 mm, up is positive; a step of S is 0.25 mm,
 /// so that the teach tool offset is 40 steps; serial-dilute values are multiplied by 10. The heads One, Eight and
@@ -56,8 +56,8 @@ class SequenceTest : public testing::Test {
         "[Calibration_2]\nItem1=STAGE2,0,0,0,0,0,0,7.1,7.2\nItem2=STAGE6,0,0,0,0,0,0,8.1,8.25\n");
   }
 
-  /// What a script gives behind the actions that come before it, as text: a line that goes through stands bare, one
-  /// that doesn't with its result, and what happens while it is under way ahead of it, indented.
+  /// The transcript of a script after the actions in `before`. An accepted line is shown bare, any other line with its
+  /// result. Events during a line come before it, indented.
   std::string Play(const std::string& before, const std::string& script) const {
     const ReplayRun run =
         RunScript(OptionsFor(configuration_.PathOf("")), before + "host read HelpContextID\n" + script);
@@ -78,7 +78,7 @@ class SequenceTest : public testing::Test {
     return transcript;
   }
 
-  /// A script in front of what every row presses, and the whole transcript of both.
+  /// A script that runs before the presses common to all rows, and the whole transcript of both.
   struct Row {
     const char* name;
     std::string script;
@@ -95,14 +95,14 @@ class SequenceTest : public testing::Test {
   const std::string MainPage = "click 10\ncheck chkToolInstalled\nclick 9\n";
   /// The main page where a head can be collected.
   const std::string NoHead = MainPage + "answer cancel\nclick 14\nclick 9\n";
-  const std::string AnyPick = "pick cboTipRack 1\npick cboTipRack 0\n";  ///< forgets what has been homed and reached
-  /// An empty list of heads; the installed one is a later one.
+  const std::string AnyPick = "pick cboTipRack 1\npick cboTipRack 0\n";  ///< resets the flags for homed and at the rack
+  /// An empty list of heads; the installed head has a later number.
   const std::string NoHeads =
       "file remove HeadType Item1\nfile remove HeadType Item2\nfile remove HeadType Item3\n"
       "file remove HeadType Item4\n";
   const std::string NoXAxis = "file set DeviceType Item2 Y,False,text\n";
   const std::string ZCollision = "file set DeviceType ZCollisionStatus True\n";
-  const std::string FarAway = "file set Z_Calibration MountHeight 1e12\n";  ///< out of 32 bits
+  const std::string FarAway = "file set Z_Calibration MountHeight 1e12\n";  ///< beyond 32 bits
   /// The first nest where SD_X and an offset don't fit 32 bits.
   const std::string WideNest = "file set Position_2 Item3 STAGE3,Nest3,NEST,3100,3200,214748364,31,32,33,34,35,False\n";
 
@@ -122,7 +122,7 @@ class SequenceTest : public testing::Test {
 
   const std::string Homing = "status Home all\nstatus Homing all axes\nHOME ALL\nstatus\n";
 
-  /// The transcript with other text in place of some: "this>that|...". Each must be there, once.
+  /// The transcript with replacements: "this>that|...". Each replaced text must occur exactly once.
   static std::string With(std::string text, std::string_view changes) {
     while (!changes.empty()) {
       const std::string_view change = changes.substr(0, changes.find('|'));
@@ -135,7 +135,7 @@ class SequenceTest : public testing::Test {
     return text;
   }
 
-  /// The transcript in front of that line.
+  /// The transcript before that line.
   static std::string Before(const std::string& line, const std::string& text) {
     EXPECT_NE(text.find(line), std::string::npos) << line;
     return text.substr(0, text.find(line));

@@ -7,7 +7,7 @@
 namespace Helmsway {
 namespace {
 
-/// Behind the operator's word that the stage position is empty, with the head One on the module.
+/// Runs after the operator has confirmed that the stage position is empty, with the head One on the module.
 class EjectHeadToStage : public SequenceTest {
  protected:
   const std::string StageEmpty =
@@ -15,7 +15,7 @@ class EjectHeadToStage : public SequenceTest {
   const std::string NoneInstalled = "file set HeadType Installed 0\n";
   const std::string Registered = "write HeadType Installed 5\nwrite TipType Installed 0\n";
 
-  // The SD values are a calibration's: 82.5 goes to the even 82.
+  // The SD values are those of a calibration: 82.5 is rounded to the even 82.
   const std::string AtSix =
       "status Ejecting Pipette Head\nHOME ALL\nMOVE X 6100\nMOVE Y 6200\nMOVE SD_X 81\nMOVE SD_Y 82\n"
       "MOVE Z -100\nMOVE S 900\nMOVE Z -100\nMOVE S 0\nstatus\n";

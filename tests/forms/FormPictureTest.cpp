@@ -25,8 +25,8 @@ std::string ColorName(const forms::Color& color) {
   return " rgb(" + std::to_string(rgb.red) + "," + std::to_string(rgb.green) + "," + std::to_string(rgb.blue) + ")";
 }
 
-/// What the operator can see of the control, in words. A plain one is visible, enabled, left-aligned, not bold, and has
-/// the colour of button faces.
+/// The visible state of the control, in words. A plain one is visible, enabled, left-aligned, not bold, and has the
+/// button-face colour.
 std::string Describe(const forms::ISurface& screen, forms::ControlId control) {
   const forms::ControlState state = screen.State(control);
   const forms::Rectangle& at = state.bounds;

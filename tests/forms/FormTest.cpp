@@ -18,7 +18,7 @@ constexpr ControlDesign Row(ControlKind kind, std::string_view name, std::string
   return {.kind = kind, .name = name, .container = container, .bounds = bounds, .entries = entries};
 }
 
-/// Two panels over the same area, the first on top, a button under both of them and a button beside.
+/// Two panels over the same area, the first on top, a button under both of them and a button beside them.
 const std::array design{
     Row(ControlKind::PictureBox, "picFrame", "", {0, 0, 1000, 1000}),
     Row(ControlKind::Frame, "fraTop", "picFrame", {0, 100, 500, 500}),
@@ -33,7 +33,7 @@ const std::array design{
 
 using Log = std::vector<std::string>;
 
-/// A living form that writes down what its observer hears and what its handlers see.
+/// A live form that records the notifications of its observer and the calls of its handlers.
 struct WatchedForm final : IObserver, IMessageBoxes {
   Form Live{"caption", design};
   Log Heard;
@@ -132,7 +132,7 @@ TEST(FormTest, TheOperatorDoesWhatTheScreenAllows) {
   const auto check = [](bool value) { return [=](WatchedForm& form) { return form.SetChecked(value); }; };
   const auto pick = [](std::int32_t entry) { return [=](WatchedForm& form) { return form.Pick(entry); }; };
   enum class Panel { Top, Low };
-  // An empty log: it can't be done.
+  // An empty log: the action isn't possible.
   using Case = std::tuple<const char*, Panel, std::function<bool(WatchedForm&)>, Log>;
   for (const auto& [name, panel, act, heard] : {
            Case{"click", Panel::Top, click("cmdTop"), {"click cmdTop"}},

@@ -16,7 +16,7 @@ using HelmswayCmds::Boolean;
 using HelmswayCmds::Result;
 using Lines = std::vector<std::string>;
 
-/// Takes over an object that has just been made.
+/// Takes over a newly created object.
 template <class Interface>
 Ref<Interface> Adopt(Implements<Interface>* object) {
   Ref<Interface> held;
@@ -24,9 +24,9 @@ Ref<Interface> Adopt(Implements<Interface>* object) {
   return held;
 }
 
-/// A host that writes down, in order, everything the add-in does to it: "stop False", "active True", "send HOME ALL",
-/// "sent HOME ALL", "status Home all", "changed False", "focus". Lines can be refused, fail outright, or have something
-/// happen while they are under way.
+/// A host that records, in order, every call of the add-in: "stop False", "active True", "send HOME ALL", "sent HOME
+/// ALL", "status Home all", "changed False", "focus". A line can be refused, can fail outright, or can run an action
+/// while it is under way.
 struct FakeHost {
   enum class Outcome { Ok, Refused, Failed };
 

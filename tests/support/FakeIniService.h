@@ -13,7 +13,7 @@
 
 namespace OrvelCalibrateS::Testing {
 
-/// A configuration service over keys in memory. Knows one file for each file name, whatever its folder, and can fail.
+/// A configuration service over keys in memory. Has one file for each file name, whatever its folder, and can fail.
 class FakeIniService final : public Implements<HelmswayCmds::IIniService> {
  public:
   using Key = std::pair<std::string, std::string>;  ///< section and key, in capitals
@@ -23,9 +23,9 @@ class FakeIniService final : public Implements<HelmswayCmds::IIniService> {
   bool ReadsFail = false;
   bool WritesFail = false;
   bool SplitsFail = false;
-  std::int32_t ExcessCount = 0;     ///< what `SplitText` counts beyond the pieces that it gives
+  std::int32_t ExcessCount = 0;     ///< added by `SplitText` to the number of its pieces
   std::string UnsplitText;          ///< only splits of texts that contain this one fail
-  std::function<void()> Meanwhile;  ///< happens inside each read and write
+  std::function<void()> Meanwhile;  ///< runs during each read and write
   Lines Reads;                      ///< "Section/Key", in order
   Lines Writes;                     ///< "Section/Key=value", in order
 
@@ -78,7 +78,7 @@ class FakeIniService final : public Implements<HelmswayCmds::IIniService> {
   }
 };
 
-/// The two files over a fake service, and the service itself to set up and look into.
+/// The two files over a fake service, and the service itself, to set up and to inspect.
 struct FakeFiles {
   FakeIniService* Service = new FakeIniService();
   Ref<HelmswayCmds::IIniService> Held = Adopt<HelmswayCmds::IIniService>(Service);

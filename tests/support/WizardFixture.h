@@ -17,15 +17,15 @@
 
 namespace OrvelCalibrateS::Testing {
 
-/// Message boxes that go into the host's log as "message Title" and answer from a queue. With the queue empty they
-/// answer by their most careful button, and one that has OK only doesn't touch the queue.
+/// Message boxes that write "message Title" into the host's log and answer from a queue. With an empty queue they
+/// answer with their most careful button. A box with only OK doesn't use the queue.
 class QueuedMessageBoxes final : public forms::IMessageBoxes {
  public:
   explicit QueuedMessageBoxes(FakeHost& host) : host_(host) {}
 
   Lines Shown;  ///< "ok-cancel exclamation Text"
   std::deque<forms::MessageAnswer> Answers;
-  std::function<void()> Meanwhile;  ///< happens while a box is up, each time
+  std::function<void()> Meanwhile;  ///< runs while a box is open, each time
 
   forms::MessageAnswer Show(std::string_view title, std::string_view text, forms::MessageButtons buttons,
                             forms::MessageIcon icon) noexcept override {
@@ -44,20 +44,20 @@ class QueuedMessageBoxes final : public forms::IMessageBoxes {
   FakeHost& host_;
 };
 
-/// What one send leaves in the host's log, and what happens while the line is under way.
+/// The host's log of one send, with the log of the events while the line is under way.
 inline std::string Line(const std::string& line, const std::string& meanwhile = "") {
   return "stop False\nactive True\nsend " + line + "\n" + meanwhile + "sent " + line + "\n";
 }
 /// The same with a press of Stop while the line is under way.
 inline std::string StoppedLine(const std::string& line) { return Line(line, "stop False\nstop True\n"); }
-/// What the sends of the lines from one number to in front of another leave there.
+/// The same for the sends of the lines `from` up to, but not including, `to`.
 inline std::string Span(const Lines& lines, std::size_t from, std::size_t to) {
   std::string text;
   for (std::size_t i = from; i < to; ++i) text += Line(lines[i]);
   return text;
 }
 
-/// The loaded wizard over an example configuration and a fake host, worked through its surface as by an operator.
+/// The loaded wizard over an example configuration and a fake host, operated through its surface.
 ///
 /// In the example the instrument has an X axis and a slider; a step of S is 0.05 mm, Up is positive; the teach tool is
 /// head 1, offset 5 mm (100 steps), eject offset 1 mm (20 steps); the first serial-dilute head is head 2 with its S
@@ -103,7 +103,7 @@ struct Wizard {
   FakeIniService& Ini() { return *Files.Service; }
   forms::ISurface& Screen() { return Form->Form(); }
 
-  /// Loads the form anew and hands it the host, as at the add-in's start.
+  /// Loads the form again and hands it the host, as at the add-in's start.
   void Load() {
     Form = frmAddIn::Make(Files.Files, Records, Sending);
     Form->Form_Load();
@@ -143,7 +143,7 @@ struct Wizard {
     return buttons;
   }
 
-  /// Goes to the main page with the teach tool confirmed, and forgets what has been logged on the way.
+  /// Goes to the main page with the teach tool confirmed, and clears the log.
   void ToMainPage() {
     Press(10);
     Check("chkToolInstalled", true);
@@ -169,7 +169,7 @@ struct Wizard {
   }
 };
 
-/// What a row of a table has happen before its action.
+/// The setup of a table's row before its action.
 using Given = std::function<void(Wizard&)>;
 
 inline void Nothing(Wizard&) {}
@@ -181,9 +181,9 @@ inline void NoHostWindow(Wizard& wizard) { wizard.Form->Host().FormParent = {}; 
 inline void ReadsFail(Wizard& wizard) { wizard.Ini().ReadsFail = true; }
 inline void WritesFail(Wizard& wizard) { wizard.Ini().WritesFail = true; }
 inline void SplitsFail(Wizard& wizard) { wizard.Ini().SplitsFail = true; }
-/// The lines of a command text can't be taken apart; those of the file can.
+/// The lines of a command text can't be split; those of the file can.
 inline void CommandTextsFail(Wizard& wizard) { wizard.Ini().UnsplitText = "\r\n"; }
-/// As many heads as a 16-bit counter can name, none of them of a kind that a walk looks for.
+/// As many heads as a 16-bit counter can number, none of a kind that a walk searches for.
 inline void EndlessHeads(Wizard& wizard) {
   for (int number = 1; number <= 32767; ++number) {
     wizard.Ini().Marivane[{"HEADTYPE", "ITEM" + std::to_string(number)}] = "A,,,,,,,,,,,,,,,,";
