@@ -61,7 +61,7 @@ void SaveSAxisPositions(SequenceContext& context) {
   if (context.Configuration.Records.DeviceType.UploadCalibrationData) {
     text += Command::SaveCalibration();
     Skip([&] { host.WriteStatus("Updating the Marivane's memory..."); });
-    // A refusal or a Stop cuts the upload short; the file is authoritative all the same.
+    // A refusal or a Stop cuts the upload short; the file keeps the new values all the same.
     host.RunCommandText(text.Text(), FailureMode::Skip);
   }
   Skip([&] { host.WriteStatus(""); });
