@@ -67,7 +67,7 @@ Library& Library::Instance() {
 bool Library::LetGoOfHost() noexcept {
   if (library == nullptr) return true;
   {
-    const InProcessServer::InUse running;  // releasing the service runs host code, which may call this again
+    const InProcessServer::InUse running;  // the release runs host code, which may call DllCanUnloadNow
     const Ref<HelmswayCmds::IIniService> service = std::move(library->service_);
   }
   if (library->service_) return false;

@@ -8,8 +8,8 @@
 
 namespace OrvelCalibrateS {
 
-/// Selects the entries of a catalogue that a list offers by the content of a place of the item line, in any letter
-/// case.
+/// Filter for the entries of a catalogue that a list offers. It tests the content of a place of the item line, in any
+/// letter case.
 struct ItemFilter {
   static constexpr std::int16_t Off = -1;
 

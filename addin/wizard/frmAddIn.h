@@ -29,8 +29,8 @@ class frmAddIn : public std::enable_shared_from_this<frmAddIn> {
   /// form. Does nothing for a form that has been unloaded. From its start on the operator can't reach anything any
   /// more.
   void Unload();
-  /// The same, for a host that takes its connection back: the connection is dropped first, after the same report to its
-  /// link.
+  /// The same, for a host that takes its connection back: reports the add-in as inactive and drops the connection
+  /// before it runs Form_Unload.
   void DropConnection();
   bool Loaded() const { return loaded_; }
 
