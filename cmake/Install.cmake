@@ -1,5 +1,6 @@
-# What `cmake --install` puts below the prefix. The programs look for the library and the examples by their own place, so
-# an installed tree may be moved, and these folders are fixed. Three components, which are three packages too.
+# The files that `cmake --install` puts below the prefix. The programs find the library and the examples relative to
+# their own location, so an installed tree may be moved, and these folders are fixed. The three components are also
+# three packages.
 include(CMakePackageConfigHelpers)
 
 # The add-in, and the program that plays scripts against it.
@@ -14,7 +15,7 @@ if(HELMSWAY_DESKTOP)
   install(FILES bench/desktop/helmsway-bench.svg DESTINATION share/icons/hicolor/scalable/apps COMPONENT bench)
 endif()
 
-# What a host is built with: headers by their path from the project's root, and find_package(Helmsway).
+# The development files for a host: headers by their path from the project's root, and find_package(Helmsway).
 set(host_headers
     addin/contract/Component.h addin/contract/HelmswayCmds.h addin/base/Boundary.h addin/base/Implements.h
     addin/base/Ref.h addin/base/Texts.h addin/shell/Identities.h forms/Design.h forms/Surface.h)
@@ -33,7 +34,7 @@ set(package_folder share/cmake/Helmsway)
 install(EXPORT HelmswayTargets NAMESPACE Helmsway:: DESTINATION ${package_folder} COMPONENT dev)
 configure_package_config_file(cmake/HelmswayConfig.cmake.in ${CMAKE_BINARY_DIR}/HelmswayConfig.cmake
                               INSTALL_DESTINATION ${package_folder})
-# Headers alone, so that they fit every machine.
+# Headers only, so they fit every machine.
 write_basic_package_version_file(${CMAKE_BINARY_DIR}/HelmswayConfigVersion.cmake COMPATIBILITY SameMajorVersion
                                  ARCH_INDEPENDENT)
 install(FILES ${CMAKE_BINARY_DIR}/HelmswayConfig.cmake ${CMAKE_BINARY_DIR}/HelmswayConfigVersion.cmake

@@ -1,4 +1,4 @@
-# Manual pages of the programs, made from their --help where help2man is there at configure time.
+# Manual pages of the programs, generated from their --help if help2man is found at configure time.
 find_program(HELP2MAN help2man)
 if(NOT HELP2MAN)
   message(STATUS "help2man isn't installed: no manual pages")

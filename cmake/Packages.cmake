@@ -1,5 +1,5 @@
 # Debian packages of the installed components, by `cpack -G DEB` in the build folder: the add-in with helmsway-replay,
-# the bench's window, and what a host is built with. A machine without Qt needs the first alone.
+# the bench's window, and the development files for a host. A machine without Qt needs only the first.
 set(CPACK_PACKAGE_NAME orvelcalibrates)
 set(CPACK_PACKAGE_CONTACT "The Helmsway maintainers <helmsway@localhost>")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
