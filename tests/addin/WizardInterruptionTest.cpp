@@ -75,6 +75,16 @@ TEST(WizardInterruption, AChangeOfSelectionOrTheHostsDefaultsResetTheProgress) {
   }
 }
 
+TEST(WizardInterruption, APickDuringHomeAllIsOvertakenByItsEnd) {
+  Wizard wizard;
+  wizard.ToMainPage();
+  wizard.Host.Meanwhile["HOME ALL"] = [&] {
+    EXPECT_TRUE(wizard.Pick("cboNestType", wizard.State("cboNestType").listIndex == 0 ? 1 : 0));
+  };
+  wizard.Press(5);
+  EXPECT_TRUE(wizard.Form->Flags().Homed);
+}
+
 TEST(WizardInterruption, TheBackgroundHandsTheFocusBack) {
   Wizard wizard;
   wizard.Screen().Click(0);
