@@ -35,7 +35,7 @@ struct Replacement {
   enum class Kind {
     Done,
     Superseded,  ///< another program has changed the file meanwhile
-    Held,        ///< another program has the file open, and would go on writing where nobody reads
+    Held,        ///< another program has the file open, and what it writes next would be lost
     Barred,      ///< the folder or the file system doesn't let this file be replaced by another one
     Failed,
   };

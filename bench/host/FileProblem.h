@@ -13,7 +13,7 @@ struct FileProblem {
     NotAFile,            ///< a folder, a pipe, a device, or links that lead nowhere
     NotAllowedToRead,    ///< the file or its folder may not be read
     ReadOnlyFolder,      ///< the file isn't there, and can't be made
-    ReadOnlyFile,        ///< also one that nobody may write
+    ReadOnlyFile,        ///< also one without any write permission
     ReadOnlyFileSystem,  ///< of the file, or of the folder that it would be made in
     Utf16,               ///< the file isn't 8-bit text
     Busy,                ///< another program writes it, or keeps changing it

@@ -11,7 +11,7 @@ namespace Helmsway {
 FileProblem WriteObstacle(const std::string& path);
 
 /// What keeps a file in that folder, which is there, from being written, be it replaced or written in place. A file
-/// that nobody may write is left alone, also by the superuser.
+/// without any write permission is left alone, also by the superuser.
 FileProblem WriteAccessProblem(int folder, const std::string& name);
 
 /// What keeps the file from being read as configuration. A missing file is no problem: it holds no keys. A UTF-16 file
