@@ -99,7 +99,7 @@ InstallationLock::Outcome InstallationLock::TakeAt(const fs::path& file) {
 }
 
 InstallationLock::~InstallationLock() {
-  // While it is locked: whoever has opened it meanwhile sees that it has lost its name.
+  // While it is locked: a window that has opened it meanwhile sees that it has lost its name.
   if (lock_) unlink(file_.c_str());
 }
 
